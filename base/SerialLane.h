@@ -1,0 +1,126 @@
+#pragma once
+
+#include <QObject>
+
+#include <concepts>
+#include <condition_variable>
+#include <coroutine>
+#include <deque>
+#include <exception>
+#include <functional>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <thread>
+#include <type_traits>
+
+namespace tessary {
+
+/// Runs work one item at a time, in the order posted, on a thread of its own.
+///
+/// An actor owns its lane as its last member: destruction waits for what was posted, so no work outlives
+/// what it uses. The thread starts with the first work and sleeps without wake-ups while there is none.
+class SerialLane {
+public:
+    template <typename Result>
+    class Awaiter;
+
+    /// @param name shown by a debugger, cut to 15 bytes by the kernel.
+    explicit SerialLane(QString name);
+    ~SerialLane();
+    SerialLane(const SerialLane&) = delete;
+    SerialLane& operator=(const SerialLane&) = delete;
+
+    /// To be awaited at once: runs the work on the lane and resumes the caller on its own thread (which
+    /// needs an event loop), with the result or with the very exception that the work threw.
+    template <std::invocable Work>
+    [[nodiscard]] auto post(Work work)
+    {
+        return Awaiter<std::invoke_result_t<Work>>(*this, std::move(work));
+    }
+
+    /// Runs the work on the lane without anybody waiting for it. It must not throw.
+    void postDetached(std::function<void()> work);
+
+    [[nodiscard]] const QString& name() const { return m_name; }
+
+private:
+    void run(std::stop_token stop);
+
+    QString m_name;
+    std::mutex m_mutex;
+    std::condition_variable_any m_wake;
+    std::deque<std::function<void()>> m_work;
+    std::jthread m_thread;  // last: it uses all of the above
+};
+
+/// Resumes a coroutine on the thread that made this, through that thread's event loop.
+class ThreadResumption {
+public:
+    ThreadResumption() : m_home(new QObject) {}
+    ~ThreadResumption() { m_home->deleteLater(); }
+    ThreadResumption(const ThreadResumption&) = delete;
+    ThreadResumption& operator=(const ThreadResumption&) = delete;
+
+    void resume(std::coroutine_handle<> coroutine)
+    {
+        QMetaObject::invokeMethod(m_home, [coroutine] { coroutine.resume(); }, Qt::QueuedConnection);
+    }
+
+private:
+    QObject* m_home;
+};
+
+template <typename Result>
+class SerialLane::Awaiter {
+public:
+    Awaiter(SerialLane& lane, std::function<Result()> work)
+        : m_state(std::make_unique<State>(lane, std::move(work)))
+    {
+    }
+
+    [[nodiscard]] bool await_ready() const noexcept { return false; }
+    void await_suspend(std::coroutine_handle<> awaiting)
+    {
+        m_state->lane.postDetached([state = m_state.get(), awaiting] {
+            state->run();
+            state->home.resume(awaiting);
+        });
+    }
+    Result await_resume()
+    {
+        if (m_state->error)
+            std::rethrow_exception(m_state->error);
+        if constexpr (!std::is_void_v<Result>)
+            return std::move(*m_state->result);
+    }
+
+private:
+    struct Nothing {};
+    struct State {
+        State(SerialLane& workLane, std::function<Result()> toDo) : lane(workLane), work(std::move(toDo)) {}
+
+        /// On the lane. The work itself is destroyed at home: it may own what belongs there.
+        void run() noexcept
+        {
+            try {
+                if constexpr (std::is_void_v<Result>)
+                    work();
+                else
+                    result.emplace(work());
+            } catch (...) {
+                error = std::current_exception();
+            }
+        }
+
+        SerialLane& lane;
+        std::function<Result()> work;
+        std::optional<std::conditional_t<std::is_void_v<Result>, Nothing, Result>> result;
+        std::exception_ptr error;
+        ThreadResumption home;
+    };
+    // On the heap, since the compiler moves awaiters into the coroutine's frame.
+    std::unique_ptr<State> m_state;
+};
+
+} // namespace tessary

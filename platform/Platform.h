@@ -1,0 +1,32 @@
+#pragma once
+
+#include "platform/ApplicationIcons.h"
+#include "platform/Clock.h"
+#include "platform/DirectoryWatch.h"
+#include "platform/GlobalHotKeyFacility.h"
+#include "platform/ImageCodec.h"
+#include "platform/Pasteboard.h"
+#include "platform/Permissions.h"
+#include "platform/ScreenshotToolDefaults.h"
+#include "platform/StandardFolders.h"
+#include "platform/UserDefaults.h"
+#include "platform/Workspace.h"
+
+namespace tessary {
+
+/// The facilities of one session, handed to the runtime. Outlives it.
+struct Platform {
+    Clock& clock;
+    Pasteboard& pasteboard;
+    Workspace& workspace;
+    ImageCodec& imageCodec;
+    ApplicationIcons& applicationIcons;
+    UserDefaults& userDefaults;
+    ScreenshotToolDefaults& screenshotTool;
+    StandardFolders& folders;
+    GlobalHotKeyFacility& hotKeys;
+    Permissions& permissions;
+    DirectoryWatcher& directories;
+};
+
+} // namespace tessary

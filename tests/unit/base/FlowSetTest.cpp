@@ -1,0 +1,56 @@
+#include "base/FlowSet.h"
+
+#include "base/SerialLane.h"
+#include "tests/support/Await.h"
+
+namespace tessary {
+namespace {
+
+using testing::await;
+
+QCoro::Task<> work(SerialLane& lane, int& done)
+{
+    co_await lane.post([] {});
+    ++done;
+}
+
+QCoro::Task<> failure(SerialLane& lane)
+{
+    co_await lane.post([] {});
+    throw std::runtime_error("lost");
+}
+
+TEST(FlowSetTest, DrainsOnlyWhenEveryFlowHasEnded)
+{
+    SerialLane lane(QStringLiteral("flows"));
+    FlowSet flows([](const std::exception&) {});
+    int done = 0;
+    for (int i = 0; i < 5; ++i)
+        flows.add(work(lane, done));
+    EXPECT_FALSE(flows.isEmpty());
+    await(flows.drained());
+    EXPECT_EQ(done, 5);
+    EXPECT_TRUE(flows.isEmpty());
+}
+
+TEST(FlowSetTest, GivesAnEscapedErrorToItsHandler)
+{
+    SerialLane lane(QStringLiteral("flows"));
+    QStringList errors;
+    FlowSet flows([&errors](const std::exception& error) { errors.append(QString::fromUtf8(error.what())); });
+    flows.add(failure(lane));
+    await(flows.drained());
+    EXPECT_EQ(errors, QStringList{QStringLiteral("lost")});
+}
+
+TEST(FlowSetTest, IsDrainedAtOnceWhenNothingRuns)
+{
+    FlowSet flows([](const std::exception&) {});
+    await(flows.drained());
+    EXPECT_FALSE(flows.stopToken().stop_requested());
+    flows.cancel();
+    EXPECT_TRUE(flows.stopToken().stop_requested());
+}
+
+} // namespace
+} // namespace tessary
