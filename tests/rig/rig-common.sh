@@ -39,13 +39,18 @@ all_gone() {
     [ -z "$(ours)" ]
 }
 
-# An X server that was killed outright leaves its lock and its socket.
+# An X server that was killed outright leaves its lock and its socket; one that ends while another
+# looks for a free display was seen to leave the socket.
 remove_x_lock() {
     local display pid
     { read -r display pid <"$RIG_DIR/xserver"; } 2>/dev/null || return
-    [ -e "/tmp/.X$display-lock" ] || return
-    [ "$(tr -d ' ' 2>/dev/null <"/tmp/.X$display-lock")" = "$pid" ] || return
-    rm -f -- "/tmp/.X$display-lock" "/tmp/.X11-unix/X$display"
+    local lock=/tmp/.X$display-lock socket=/tmp/.X11-unix/X$display
+    if [ -e "$lock" ]; then
+        [ "$(tr -d ' ' 2>/dev/null <"$lock")" = "$pid" ] || return
+        rm -f -- "$lock" "$socket"
+    elif ! grep -q " $socket\$" /proc/net/unix; then
+        rm -f -- "$socket"
+    fi
 }
 
 clean_up() {
