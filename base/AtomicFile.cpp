@@ -41,7 +41,8 @@ private:
 class TemporarySibling {
 public:
     explicit TemporarySibling(const QString& destination)
-        : m_destination(destination), m_path(temporaryPath(destination)),
+        : m_destination(destination),
+          m_path(temporaryPath(destination)),
           m_file(::open(QFile::encodeName(m_path).constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600))
     {
         if (m_file.get() < 0)

@@ -55,7 +55,8 @@ FileDigest digestOfFile(const QString& path)
 {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly | QIODevice::Unbuffered)) {
-        const auto which = file.exists() ? FileError::Case::ReadNoPermission : FileError::Case::ReadNoSuchFile;
+        const auto which =
+            file.exists() ? FileError::Case::ReadNoPermission : FileError::Case::ReadNoSuchFile;
         throw FileError(which, path);
     }
     Sha256 digest;

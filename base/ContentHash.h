@@ -9,8 +9,8 @@ namespace tessary {
 [[nodiscard]] QString contentHash(QByteArrayView bytes);
 
 struct FileDigest {
-    QString hash;       ///< SHA-256 as above.
-    qint64 byteCount;   ///< How many bytes were read.
+    QString hash;     ///< SHA-256 as above.
+    qint64 byteCount; ///< How many bytes were read.
 };
 
 /// The hash of a whole file, read in pieces of constant size. Blocks on the disk.

@@ -51,7 +51,7 @@ private:
     std::mutex m_mutex;
     std::condition_variable_any m_wake;
     std::deque<std::function<void()>> m_work;
-    std::jthread m_thread;  // last: it uses all of the above
+    std::jthread m_thread; // last: it uses all of the above
 };
 
 /// Resumes a coroutine on the thread that made this, through that thread's event loop.
@@ -64,7 +64,8 @@ public:
 
     void resume(std::coroutine_handle<> coroutine)
     {
-        QMetaObject::invokeMethod(m_home, [coroutine] { coroutine.resume(); }, Qt::QueuedConnection);
+        QMetaObject::invokeMethod(
+            m_home, [coroutine] { coroutine.resume(); }, Qt::QueuedConnection);
     }
 
 private:

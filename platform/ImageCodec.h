@@ -13,16 +13,16 @@ namespace tessary {
 class ImageError : public Error {
 public:
     enum class Case {
-        NotAnImage,      ///< Unreadable, damaged, or of a format that is not allowed.
-        TooLarge,        ///< More pixels than the caps permit, or no memory for them.
-        WorkerFailed,    ///< The decoder's process crashed or could not be started.
-        WorkerTimedOut,  ///< No answer in 20 s.
-        WriteFailed,     ///< The result could not be written: full or read-only disk.
+        NotAnImage,     ///< Unreadable, damaged, or of a format that is not allowed.
+        TooLarge,       ///< More pixels than the caps permit, or no memory for them.
+        WorkerFailed,   ///< The decoder's process crashed or could not be started.
+        WorkerTimedOut, ///< No answer in 20 s.
+        WriteFailed,    ///< The result could not be written: full or read-only disk.
     };
     explicit ImageError(Case which, QString detail = {}) : m_case(which), m_detail(std::move(detail)) {}
 
     [[nodiscard]] Case which() const noexcept { return m_case; }
-    [[nodiscard]] const QString& detail() const noexcept { return m_detail; }  ///< For the log.
+    [[nodiscard]] const QString& detail() const noexcept { return m_detail; } ///< For the log.
     [[nodiscard]] QString localizedDescription() const override;
 
 private:

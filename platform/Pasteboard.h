@@ -11,9 +11,9 @@
 namespace tessary {
 
 enum class PasteboardType {
-    Png,     ///< image/png, as it came.
-    Bitmap,  ///< Any other bitmap that the owner offers: TIFF, BMP, JPEG, WebP.
-    Text,    ///< Plain text in UTF-8.
+    Png,    ///< image/png, as it came.
+    Bitmap, ///< Any other bitmap that the owner offers: TIFF, BMP, JPEG, WebP.
+    Text,   ///< Plain text in UTF-8.
 };
 
 /// The system clipboard. Main thread only; reading is asynchronous and never blocks it.

@@ -6,9 +6,9 @@ namespace tessary {
 
 /// What the session lets us do.
 struct PermissionState {
-    bool screenRecording = false;  ///< The screen can be read.
-    bool accessibility = false;    ///< Input can be synthesised.
-    bool reminders = false;        ///< Tasks can be written.
+    bool screenRecording = false; ///< The screen can be read.
+    bool accessibility = false;   ///< Input can be synthesised.
+    bool reminders = false;       ///< Tasks can be written.
 
     friend bool operator==(const PermissionState&, const PermissionState&) = default;
 };

@@ -7,7 +7,7 @@ namespace tessary {
 /// Whether this session can do something; if not, the reason for the person.
 struct Support {
     bool available = true;
-    QString reason;  ///< Empty when available.
+    QString reason; ///< Empty when available.
 };
 
 } // namespace tessary

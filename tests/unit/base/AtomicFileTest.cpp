@@ -25,7 +25,7 @@ TEST(AtomicFileTest, ReplacesAFileAndKeepsItPrivate)
     writeFileAtomically(path, "old", Durability::Process);
     writeFileAtomically(path, "new", Durability::PowerCut);
     EXPECT_EQ(contents(path), "new");
-    struct stat status{};
+    struct stat status {};
     ASSERT_EQ(::stat(QFile::encodeName(path).constData(), &status), 0);
     EXPECT_EQ(status.st_mode & 07777, 0600u);
     EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden).size(), 1);
@@ -56,7 +56,8 @@ TEST(AtomicFileTest, LeavesNothingBehindWhenItFails)
 
 TEST(AtomicFileTest, NamesAFullDisk)
 {
-    const FileError error = FileError::fromErrno(ENOSPC, QStringLiteral("x/y.png"), FileError::Operation::Write);
+    const FileError error =
+        FileError::fromErrno(ENOSPC, QStringLiteral("x/y.png"), FileError::Operation::Write);
     EXPECT_EQ(error.which(), FileError::Case::WriteOutOfSpace);
     EXPECT_EQ(error.localizedDescription(), QStringLiteral("磁盘空间不足，无法写入“y.png”。"));
 }

@@ -26,7 +26,8 @@ TEST(SerialLaneTest, RunsWorkInTheOrderPosted)
 TEST(SerialLaneTest, RunsWorkOnOneOtherThreadAndResumesTheCallerOnItsOwn)
 {
     SerialLane lane(QStringLiteral("threads"));
-    const auto flow = [](SerialLane& worker, std::thread::id& inside, std::thread::id& after) -> QCoro::Task<> {
+    const auto flow = [](SerialLane& worker, std::thread::id& inside,
+                         std::thread::id& after) -> QCoro::Task<> {
         inside = co_await worker.post([] { return std::this_thread::get_id(); });
         after = std::this_thread::get_id();
     };
