@@ -84,7 +84,7 @@ public:
     {
     }
 
-    [[nodiscard]] auto operator co_await() & noexcept { return Awaiter{m_state.get()}; }
+    [[nodiscard]] auto operator co_await() const& noexcept { return Awaiter{m_state.get()}; }
 
 private:
     struct Nothing {};
