@@ -85,6 +85,7 @@ public:
     }
 
     [[nodiscard]] auto operator co_await() const& noexcept { return Awaiter{m_state.get()}; }
+    void operator co_await() const&& = delete;
 
 private:
     struct Nothing {};

@@ -125,42 +125,42 @@ QCborMap ImagingWorkerCodec::request(const QCborMap& message)
 
 QCoro::Task<QSize> ImagingWorkerCodec::pixelSize(QString path)
 {
-    const auto work = [this, path] {
+    const auto work = m_lane.post([this, path] {
         return sizeIn(request({{imaging::kOperation, imaging::kPixelSize}, {imaging::kPath, path}}));
-    };
-    co_return co_await m_lane.post(work);
+    });
+    co_return co_await work;
 }
 
 QCoro::Task<> ImagingWorkerCodec::writeThumbnail(QString source, QString destination, int maximumPixelSize,
                                                  double quality)
 {
     const int wholeQuality = static_cast<int>(std::lround(std::clamp(quality, 0.01, 1.0) * 100));
-    const auto work = [this, source, destination, maximumPixelSize, wholeQuality] {
+    const auto work = m_lane.post([this, source, destination, maximumPixelSize, wholeQuality] {
         writeResult(destination, bytesIn(request({{imaging::kOperation, imaging::kThumbnail},
                                                   {imaging::kPath, source},
                                                   {imaging::kMaximumPixelSize, maximumPixelSize},
                                                   {imaging::kQuality, wholeQuality}})));
-    };
-    co_await m_lane.post(work);
+    });
+    co_await work;
 }
 
 QCoro::Task<QImage> ImagingWorkerCodec::decode(QString path, int maximumPixelSize)
 {
-    const auto work = [this, path, maximumPixelSize] {
+    const auto work = m_lane.post([this, path, maximumPixelSize] {
         return imageIn(request({{imaging::kOperation, imaging::kDecode},
                                 {imaging::kPath, path},
                                 {imaging::kMaximumPixelSize, maximumPixelSize}}),
                        maximumPixelSize);
-    };
-    co_return co_await m_lane.post(work);
+    });
+    co_return co_await work;
 }
 
 QCoro::Task<QByteArray> ImagingWorkerCodec::pngFromBitmap(QByteArray bitmap)
 {
-    const auto work = [this, bitmap] {
+    const auto work = m_lane.post([this, bitmap] {
         return bytesIn(request({{imaging::kOperation, imaging::kPng}, {imaging::kBytes, bitmap}}));
-    };
-    co_return co_await m_lane.post(work);
+    });
+    co_return co_await work;
 }
 
 } // namespace tessary
