@@ -38,6 +38,8 @@ void applyWorkerLimits(const WorkerLimits& limits)
 {
     ::prctl(PR_SET_PDEATHSIG, SIGKILL);
     setLimit(RLIMIT_CORE, 0);
+    // A library that tries to write a file is to get an error, not a signal.
+    std::signal(SIGXFSZ, SIG_IGN);
     setLimit(RLIMIT_FSIZE, 0);
     if (limits.addressSpaceBytes > 0)
         setLimit(RLIMIT_AS, static_cast<rlim_t>(limits.addressSpaceBytes));

@@ -119,7 +119,8 @@ QCborMap ImagingWorkerCodec::request(const QCborMap& message)
     } catch (const WorkerError& error) {
         failure.emplace(caseFor(error.which()), error.detail());
     }
-    qCInfo(lcImaging, "request failed, case %d", int(failure->which()));
+    qCInfo(lcImaging, "request failed, case %d: %ls", int(failure->which()),
+           qUtf16Printable(failure->detail()));
     throw *failure;
 }
 
