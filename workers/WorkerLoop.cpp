@@ -7,6 +7,7 @@
 #include <cstring>
 #include <fcntl.h>
 #include <malloc.h>
+#include <new>
 #include <sys/prctl.h>
 #include <sys/resource.h>
 #include <unistd.h>
@@ -61,7 +62,7 @@ std::chrono::seconds restFromArguments(int argc, char** argv, std::chrono::secon
     return otherwise;
 }
 
-int serveRequests(std::chrono::milliseconds rest, const std::function<QCborMap(const QCborMap&)>& answer)
+int serveRequests(std::chrono::milliseconds rest, const std::function<QCborMap(QCborMap)>& answer)
 {
     constexpr int kMalformedRequest = 2;
     const int output = takeStandardOutput();
@@ -70,13 +71,14 @@ int serveRequests(std::chrono::milliseconds rest, const std::function<QCborMap(c
             std::optional<QCborMap> request = readMessage(STDIN_FILENO, std::nullopt);
             if (!request)
                 return 0;
-            const QCborMap reply = answer(*request);
-            request.reset();
+            const QCborMap reply = answer(*std::exchange(request, std::nullopt));
             writeMessage(output, reply, std::nullopt);
         }
         return 0;
     } catch (const MessageError& error) {
         return error.which() == MessageError::Case::Closed ? 0 : kMalformedRequest;
+    } catch (const std::bad_alloc&) {
+        return kWorkerOutOfMemory;
     }
 }
 

@@ -59,9 +59,9 @@ QCborMap decode(const QCborMap& request)
             {kBytes, bytes}};
 }
 
-QCborMap png(const QCborMap& request)
+QCborMap png(QCborMap request)
 {
-    const QByteArray bytes = request.value(kBytes).toByteArray();
+    const QByteArray bytes = std::exchange(request, {}).value(kBytes).toByteArray();
     if (isWindowsBitmap(bytes))
         return {{kBytes, toPng(readWindowsBitmap(bytes).get())}};
     allowFormats(AllowedFormats::Bitmaps);
@@ -73,7 +73,8 @@ QCborMap png(const QCborMap& request)
     return {{kBytes, toPng(image.get())}};
 }
 
-QCborMap perform(const QCborMap& request)
+/// Takes the request, since its bytes may be a good part of the memory there is.
+QCborMap perform(QCborMap request)
 {
     allowFormats(AllowedFormats::Files);
     const QString operation = request.value(kOperation).toString();
@@ -84,7 +85,7 @@ QCborMap perform(const QCborMap& request)
     if (operation == kDecode)
         return decode(request);
     if (operation == kPng)
-        return png(request);
+        return png(std::move(request));
     throw ImagingFailure(ImagingFailure::Case::BadRequest, QStringLiteral("operation"));
 }
 
@@ -103,10 +104,10 @@ QLatin1String wordFor(ImagingFailure::Case which)
 
 } // namespace
 
-QCborMap answerImagingRequest(const QCborMap& request)
+QCborMap answerImagingRequest(QCborMap request)
 {
     try {
-        return perform(request);
+        return perform(std::move(request));
     } catch (const ImagingFailure& failure) {
         return {{kError, wordFor(failure.which())}, {kDetail, failure.localizedDescription()}};
     } catch (const std::bad_alloc&) {

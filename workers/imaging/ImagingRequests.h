@@ -5,6 +5,6 @@
 namespace tessary::imaging {
 
 /// Does what one request asks for and returns the reply; failures are replies too. See ImagingProtocol.
-[[nodiscard]] QCborMap answerImagingRequest(const QCborMap& request);
+[[nodiscard]] QCborMap answerImagingRequest(QCborMap request);
 
 } // namespace tessary::imaging

@@ -1,8 +1,10 @@
 #include "tests/component/workers/ImagingFixture.h"
 
+#include <array>
 #include <csignal>
 #include <sys/ioctl.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
 
 namespace tessary {
 namespace {
@@ -80,8 +82,10 @@ TEST_F(ImagingWorkerLifeTest, HasNoDescriptorsButItsThree)
     const QString path = write("held", "open in this process");
     const int held = ::open(QFile::encodeName(path).constData(), O_RDONLY); // inheritable on purpose
     const pid_t worker = startWorker();
-    for (const QFileInfo& entry :
-         QDir(QStringLiteral("/proc/%1/fd").arg(worker)).entryInfoList(QDir::Files | QDir::System))
+    const QFileInfoList open =
+        QDir(QStringLiteral("/proc/%1/fd").arg(worker)).entryInfoList(QDir::Files | QDir::System);
+    EXPECT_GE(open.size(), 3);
+    for (const QFileInfo& entry : open)
         EXPECT_NE(entry.symLinkTarget(), path);
     ::close(held);
 }
@@ -153,6 +157,33 @@ TEST_F(ImagingWorkerLifeTest, DiesWithItsClient)
     const pid_t worker = startWorker();
     useCodec(options());
     EXPECT_EQ(stateOf(worker), std::nullopt);
+}
+
+TEST_F(ImagingWorkerLifeTest, DiesWhenTheProcessThatStartedItIsKilled)
+{
+    std::array<int, 2> ends{};
+    ASSERT_EQ(::pipe2(ends.data(), O_CLOEXEC), 0);
+    const pid_t parent = ::fork();
+    if (parent == 0) {
+        const ChildProcess child({QStringLiteral(TESSARY_IMAGING_PROGRAM), {}});
+        const pid_t worker = child.id();
+        (void)!::write(ends[1], &worker, sizeof worker);
+        for (;;)
+            ::pause();
+    }
+    pid_t worker = -1;
+    ASSERT_EQ(::read(ends[0], &worker, sizeof worker), ssize_t(sizeof worker));
+    // It waits for its first request; stopped, it could not notice the end of its input.
+    ASSERT_TRUE(eventually(
+        [&] { return limitOf(worker, "Max file size") == "0 0 bytes" && stateOf(worker) == 'S'; }));
+    ASSERT_EQ(::kill(worker, SIGSTOP), 0);
+    ASSERT_TRUE(eventually([&] { return stateOf(worker) == 'T'; }));
+    ASSERT_EQ(::kill(parent, SIGKILL), 0);
+    EXPECT_EQ(::waitpid(parent, nullptr, 0), parent);
+    // Whoever adopted it may take a while to collect it.
+    EXPECT_TRUE(eventually([&] { return stateOf(worker).value_or('Z') == 'Z'; }));
+    ::close(ends[0]);
+    ::close(ends[1]);
 }
 
 TEST_F(ImagingWorkerLifeTest, DoesNotHoldUpTheEndWithAStoppedWorker)
