@@ -84,7 +84,7 @@ TEST_F(ImagingHostileFilesTest, RefusesOtherFormatsUnderAnAcceptedName)
         encoded(image, "xpm"),
         webp.readAll(),
         QByteArray("1 2 3\n4 5 6\n"),
-        QByteArray("#?RADIANCE\nFORMAT=32-bit_rle_rgbe\n\n-Y 1 +X 1\n\0\0\0\0", 53)};
+        QByteArray("#?RADIANCE\nFORMAT=32-bit_rle_rgbe\n\n-Y 1 +X 1\n") + QByteArray(4, '\0')};
     for (const QByteArray& bytes : others) {
         ASSERT_FALSE(bytes.isEmpty());
         EXPECT_EQ(failureOfDecoding(bytes), Case::NotAnImage) << bytes.left(10).toStdString();

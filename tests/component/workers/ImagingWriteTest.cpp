@@ -1,6 +1,7 @@
 #include "tests/component/workers/ImagingFixture.h"
 
 #include <csignal>
+#include <cstdlib>
 #include <sys/resource.h>
 #include <unistd.h>
 
@@ -28,6 +29,27 @@ public:
 private:
     sighandler_t m_handler;
     rlimit m_before{};
+};
+
+/// The superuser may write anywhere, so it is somebody else while this lives.
+class OrdinaryUser {
+public:
+    OrdinaryUser()
+    {
+        constexpr uid_t kNobody = 65534;
+        if (m_user == 0 && ::seteuid(kNobody) != 0)
+            ADD_FAILURE() << "cannot become an ordinary user";
+    }
+    ~OrdinaryUser()
+    {
+        if (m_user == 0 && ::seteuid(m_user) != 0)
+            std::abort();
+    }
+    OrdinaryUser(const OrdinaryUser&) = delete;
+    OrdinaryUser& operator=(const OrdinaryUser&) = delete;
+
+private:
+    const uid_t m_user = ::geteuid();
 };
 
 class ImagingWriteTest : public ImagingFixture {
@@ -85,11 +107,14 @@ TEST_F(ImagingWriteTest, ReportsFoldersThatTakeNoFiles)
 
 TEST_F(ImagingWriteTest, ReportsAFolderWithoutWritePermission)
 {
-    if (::geteuid() == 0)
-        GTEST_SKIP() << "the superuser may write anywhere";
     ASSERT_TRUE(QDir().mkdir(file("closed")));
-    ASSERT_TRUE(QFile::setPermissions(file("closed"), QFile::ReadOwner | QFile::ExeOwner));
-    EXPECT_EQ(failureOfWritingTo(file("closed/thumbnail.jpg")), Case::WriteFailed);
+    constexpr QFile::Permissions kMayReadOnly{0x5555}; // and enter, everybody
+    ASSERT_TRUE(QFile::setPermissions(file("closed"), kMayReadOnly));
+    ASSERT_TRUE(QFile::setPermissions(QFileInfo(picture()).path(), kMayReadOnly | QFile::WriteOwner));
+    {
+        const OrdinaryUser user;
+        EXPECT_EQ(failureOfWritingTo(file("closed/thumbnail.jpg")), Case::WriteFailed);
+    }
     EXPECT_TRUE(QDir(file("closed")).isEmpty(QDir::Files | QDir::Hidden));
 }
 
