@@ -62,7 +62,7 @@ std::chrono::seconds restFromArguments(int argc, char** argv, std::chrono::secon
     return otherwise;
 }
 
-int serveRequests(std::chrono::milliseconds rest, const std::function<QCborMap(QCborMap)>& answer)
+int serveRequests(std::chrono::milliseconds rest, const std::function<QCborMap(QCborMap&)>& answer)
 {
     constexpr int kMalformedRequest = 2;
     const int output = takeStandardOutput();
@@ -71,7 +71,8 @@ int serveRequests(std::chrono::milliseconds rest, const std::function<QCborMap(Q
             std::optional<QCborMap> request = readMessage(STDIN_FILENO, std::nullopt);
             if (!request)
                 return 0;
-            const QCborMap reply = answer(*std::exchange(request, std::nullopt));
+            const QCborMap reply = answer(*request);
+            request.reset();
             writeMessage(output, reply, std::nullopt);
         }
         return 0;

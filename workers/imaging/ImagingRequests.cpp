@@ -59,13 +59,15 @@ QCborMap decode(const QCborMap& request)
             {kBytes, bytes}};
 }
 
-QCborMap png(QCborMap request)
+QCborMap png(QCborMap& request)
 {
-    const QByteArray bytes = std::exchange(request, {}).value(kBytes).toByteArray();
+    QByteArray bytes = request.value(kBytes).toByteArray();
+    // They may be a good part of the memory there is.
+    request = QCborMap();
     if (isWindowsBitmap(bytes))
-        return {{kBytes, toPng(readWindowsBitmap(bytes).get())}};
+        return {{kBytes, toPng(readWindowsBitmap(std::move(bytes)))}};
     allowFormats(AllowedFormats::Bitmaps);
-    const ImageInput input = ImageInput::fromBytes(bytes);
+    const ImageInput input = ImageInput::fromBytes(std::move(bytes));
     // Turning needs the pixels in any order; otherwise they stream through.
     const bool upright = input.header().orientation == 1;
     const GObjectPointer<VipsImage> image =
@@ -73,8 +75,7 @@ QCborMap png(QCborMap request)
     return {{kBytes, toPng(image.get())}};
 }
 
-/// Takes the request, since its bytes may be a good part of the memory there is.
-QCborMap perform(QCborMap request)
+QCborMap perform(QCborMap& request)
 {
     allowFormats(AllowedFormats::Files);
     const QString operation = request.value(kOperation).toString();
@@ -85,7 +86,7 @@ QCborMap perform(QCborMap request)
     if (operation == kDecode)
         return decode(request);
     if (operation == kPng)
-        return png(std::move(request));
+        return png(request);
     throw ImagingFailure(ImagingFailure::Case::BadRequest, QStringLiteral("operation"));
 }
 
@@ -104,10 +105,10 @@ QLatin1String wordFor(ImagingFailure::Case which)
 
 } // namespace
 
-QCborMap answerImagingRequest(QCborMap request)
+QCborMap answerImagingRequest(QCborMap& request)
 {
     try {
-        return perform(std::move(request));
+        return perform(request);
     } catch (const ImagingFailure& failure) {
         return {{kError, wordFor(failure.which())}, {kDetail, failure.localizedDescription()}};
     } catch (const std::bad_alloc&) {
