@@ -1,10 +1,10 @@
 #include "app/AppRuntime.h"
 
 #include "app/ApplicationIdentity.h"
-#include "app/LibraryFiles.h"
 #include "app/WindowPresenter.h"
 #include "capture/FrontmostAppTracker.h"
 #include "capture/ScreenshotImporter.h"
+#include "store/FileImageCache.h"
 
 #include <QCoreApplication>
 #include <QLoggingCategory>
@@ -19,7 +19,8 @@ constexpr double kRecoveredDistance = 600; // seconds; the heartbeat of the hist
 } // namespace
 
 AppRuntime::AppRuntime(Platform platform, WindowPresenter& windows)
-    : m_platform(platform), m_windows(windows),
+    : m_platform(platform),
+      m_windows(windows),
       m_flows([this](const std::exception& error) { setLastError(localizedDescription(error)); }),
       m_settings(platform.userDefaults, platform.screenshotTool, platform.folders),
       m_directoryMonitor(platform.directories),
@@ -30,14 +31,18 @@ AppRuntime::AppRuntime(Platform platform, WindowPresenter& windows)
     observeActivation();
 }
 
-AppRuntime::~AppRuntime() = default;
+AppRuntime::~AppRuntime()
+{
+    FileImageCache::shared().setSources(nullptr, {});
+}
 
 void AppRuntime::observeActivation()
 {
-    connect(&m_platform.workspace, &Workspace::applicationActivated, this, [this](const RunningApplication& app) {
-        if (app.processIdentifier == QCoreApplication::applicationPid())
-            refreshPermissions();
-    });
+    connect(&m_platform.workspace, &Workspace::applicationActivated, this,
+            [this](const RunningApplication& app) {
+                if (app.processIdentifier == QCoreApplication::applicationPid())
+                    refreshPermissions();
+            });
 }
 
 // --- starting and ending ----------------------------------------------------
@@ -56,8 +61,9 @@ QCoro::Task<> AppRuntime::start()
 QCoro::Task<> AppRuntime::openLibrary()
 {
     try {
-        const AppPaths paths = co_await openLibraryFolders(m_platform.folders);
+        const AppPaths paths = co_await m_libraryFiles.prepare(m_platform.folders);
         m_paths = paths;
+        FileImageCache::shared().setSources(&m_platform.imageCodec, {paths.thumbnails, paths.appIcons});
         m_store = co_await SQLiteStore::open(paths.database);
         m_frontmostAppTracker = co_await FrontmostAppTracker::open(
             paths.root + QStringLiteral("/FrontmostApps.json"), m_platform.workspace, m_platform.clock);
@@ -75,7 +81,9 @@ void AppRuntime::installIntakes()
         std::make_unique<ClipboardIntake>(m_settings, *m_frontmostAppTracker, *m_importer, m_flows);
     connect(m_clipboardIntake.get(), &ClipboardIntake::libraryChanged, this, &AppRuntime::libraryChanged);
     connect(m_clipboardIntake.get(), &ClipboardIntake::failed, this, &AppRuntime::setLastError);
-    m_clipboardMonitor.handler = [this](const ClipboardPayload& payload) { m_clipboardIntake->take(payload); };
+    m_clipboardMonitor.handler = [this](const ClipboardPayload& payload) {
+        m_clipboardIntake->take(payload);
+    };
     m_fileIntake = std::make_unique<FileIntake>(m_settings, *m_frontmostAppTracker, *m_importer, m_flows);
     connect(m_fileIntake.get(), &FileIntake::libraryChanged, this, &AppRuntime::libraryChanged);
     connect(m_fileIntake.get(), &FileIntake::failed, this, &AppRuntime::setLastError);
@@ -113,7 +121,7 @@ QCoro::Task<> AppRuntime::purgeExpiredTrash()
     try {
         const QList<ScreenshotRecord> purged = co_await m_store->purgeTrash(cutOff);
         if (!purged.isEmpty()) {
-            co_await removeFilesOf(purged);
+            co_await m_libraryFiles.removeFilesOf(purged);
             Q_EMIT libraryChanged();
         }
     } catch (const std::exception& error) {

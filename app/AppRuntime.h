@@ -4,6 +4,7 @@
 #include "app/ClipboardIntake.h"
 #include "app/FileIntake.h"
 #include "app/GlobalHotKeyService.h"
+#include "app/LibraryFiles.h"
 #include "base/FlowSet.h"
 #include "capture/ClipboardMonitor.h"
 #include "capture/ScreenshotDirectoryMonitor.h"
@@ -96,6 +97,7 @@ private:
     HotKeys m_hotKeyConflicts;
     PermissionState m_permissions;
     std::optional<QString> m_lastError;
+    LibraryFiles m_libraryFiles;
     std::optional<AppPaths> m_paths;
     std::unique_ptr<SQLiteStore> m_store;
     std::unique_ptr<FrontmostAppTracker> m_frontmostAppTracker;

@@ -85,7 +85,8 @@ AppSettings::AppSettings(UserDefaults& defaults, const ScreenshotToolDefaults& s
     v.trashRetentionDays = readRetentionDays(defaults);
     v.excludedBundleIdentifiers =
         defaults.stringArray(QStringLiteral("excludedBundleIdentifiers")).value_or(QStringList());
-    v.excludedDirectories = defaults.stringArray(QStringLiteral("excludedDirectories")).value_or(QStringList());
+    v.excludedDirectories =
+        defaults.stringArray(QStringLiteral("excludedDirectories")).value_or(QStringList());
     v.quickSearchShortcut = readShortcut(defaults, "quickSearchShortcut", 49);
     v.captureRegionShortcut = readShortcut(defaults, "captureRegionShortcut", 15);
     v.captureWindowShortcut = readShortcut(defaults, "captureWindowShortcut", 13);
@@ -103,13 +104,14 @@ void AppSettings::assign(Value Values::*member, const Value& value, const char* 
     const bool isOther = m_values.*member != value;
     m_values.*member = value;
     if (isOther)
-        Q_EMIT (this->*changed)();
+        Q_EMIT(this->*changed)();
     m_defaults.set(QLatin1String(key), stored);
 }
 
 void AppSettings::setMonitoredDirectory(const QString& path)
 {
-    assign(&Values::monitoredDirectory, path, "monitoredDirectory", path, &AppSettings::monitoredDirectoryChanged);
+    assign(&Values::monitoredDirectory, path, "monitoredDirectory", path,
+           &AppSettings::monitoredDirectoryChanged);
 }
 
 void AppSettings::setAccurateOCR(bool isAccurate)
@@ -134,42 +136,50 @@ void AppSettings::setShowMenuBarIcon(bool shows)
 
 void AppSettings::setQuickSearchPinned(bool isPinned)
 {
-    assign(&Values::quickSearchPinned, isPinned, "quickSearchPinned", isPinned, &AppSettings::quickSearchPinnedChanged);
+    assign(&Values::quickSearchPinned, isPinned, "quickSearchPinned", isPinned,
+           &AppSettings::quickSearchPinnedChanged);
 }
 
 void AppSettings::setQuickSearchWidth(double points)
 {
-    assign(&Values::quickSearchWidth, points, "quickSearchWidth", points, &AppSettings::quickSearchWidthChanged);
+    assign(&Values::quickSearchWidth, points, "quickSearchWidth", points,
+           &AppSettings::quickSearchWidthChanged);
 }
 
 void AppSettings::setTrashRetentionDays(int days)
 {
-    assign(&Values::trashRetentionDays, days, "trashRetentionDays", days, &AppSettings::trashRetentionDaysChanged);
+    assign(&Values::trashRetentionDays, days, "trashRetentionDays", days,
+           &AppSettings::trashRetentionDaysChanged);
 }
 
 void AppSettings::setExcludedBundleIdentifiers(const QStringList& identifiers)
 {
-    assign(&Values::excludedBundleIdentifiers, identifiers, "excludedBundleIdentifiers", identifiers, &AppSettings::excludedBundleIdentifiersChanged);
+    assign(&Values::excludedBundleIdentifiers, identifiers, "excludedBundleIdentifiers", identifiers,
+           &AppSettings::excludedBundleIdentifiersChanged);
 }
 
 void AppSettings::setExcludedDirectories(const QStringList& paths)
 {
-    assign(&Values::excludedDirectories, paths, "excludedDirectories", paths, &AppSettings::excludedDirectoriesChanged);
+    assign(&Values::excludedDirectories, paths, "excludedDirectories", paths,
+           &AppSettings::excludedDirectoriesChanged);
 }
 
 void AppSettings::setQuickSearchShortcut(const HotKeyShortcut& shortcut)
 {
-    assign(&Values::quickSearchShortcut, shortcut, "quickSearchShortcut", shortcut.rawValue(), &AppSettings::quickSearchShortcutChanged);
+    assign(&Values::quickSearchShortcut, shortcut, "quickSearchShortcut", shortcut.rawValue(),
+           &AppSettings::quickSearchShortcutChanged);
 }
 
 void AppSettings::setToggleMonitoringShortcut(const HotKeyShortcut& shortcut)
 {
-    assign(&Values::toggleMonitoringShortcut, shortcut, "toggleMonitoringShortcut", shortcut.rawValue(), &AppSettings::toggleMonitoringShortcutChanged);
+    assign(&Values::toggleMonitoringShortcut, shortcut, "toggleMonitoringShortcut", shortcut.rawValue(),
+           &AppSettings::toggleMonitoringShortcutChanged);
 }
 
 void AppSettings::setLocalOCRShortcut(const HotKeyShortcut& shortcut)
 {
-    assign(&Values::localOCRShortcut, shortcut, "localOCRShortcut", shortcut.rawValue(), &AppSettings::localOCRShortcutChanged);
+    assign(&Values::localOCRShortcut, shortcut, "localOCRShortcut", shortcut.rawValue(),
+           &AppSettings::localOCRShortcutChanged);
 }
 
 void AppSettings::setMaxStorageGB(int gigabytes)
@@ -179,12 +189,14 @@ void AppSettings::setMaxStorageGB(int gigabytes)
 
 void AppSettings::setAutomaticStorageCleanup(bool cleansUp)
 {
-    assign(&Values::automaticStorageCleanup, cleansUp, "automaticStorageCleanup", cleansUp, &AppSettings::automaticStorageCleanupChanged);
+    assign(&Values::automaticStorageCleanup, cleansUp, "automaticStorageCleanup", cleansUp,
+           &AppSettings::automaticStorageCleanupChanged);
 }
 
 void AppSettings::setAutoCreateReminderAfterOCR(bool creates)
 {
-    assign(&Values::autoCreateReminderAfterOCR, creates, "autoCreateReminderAfterOCR", creates, &AppSettings::autoCreateReminderAfterOCRChanged);
+    assign(&Values::autoCreateReminderAfterOCR, creates, "autoCreateReminderAfterOCR", creates,
+           &AppSettings::autoCreateReminderAfterOCRChanged);
 }
 
 } // namespace tessary

@@ -58,7 +58,10 @@ public:
     [[nodiscard]] HotKeyShortcut quickSearchShortcut() const { return m_values.quickSearchShortcut; }
     [[nodiscard]] HotKeyShortcut captureRegionShortcut() const { return m_values.captureRegionShortcut; }
     [[nodiscard]] HotKeyShortcut captureWindowShortcut() const { return m_values.captureWindowShortcut; }
-    [[nodiscard]] HotKeyShortcut toggleMonitoringShortcut() const { return m_values.toggleMonitoringShortcut; }
+    [[nodiscard]] HotKeyShortcut toggleMonitoringShortcut() const
+    {
+        return m_values.toggleMonitoringShortcut;
+    }
     [[nodiscard]] HotKeyShortcut localOCRShortcut() const { return m_values.localOCRShortcut; }
     [[nodiscard]] int maxStorageGB() const { return m_values.maxStorageGB; }
     [[nodiscard]] bool automaticStorageCleanup() const { return m_values.automaticStorageCleanup; }

@@ -11,7 +11,10 @@ namespace tessary {
 
 ClipboardIntake::ClipboardIntake(const AppSettings& settings, const FrontmostAppTracker& tracker,
                                  ScreenshotImporter& importer, FlowSet& flows)
-    : m_settings(settings), m_tracker(tracker), m_importer(importer), m_flows(flows)
+    : m_settings(settings),
+      m_tracker(tracker),
+      m_importer(importer),
+      m_flows(flows)
 {
 }
 
@@ -32,7 +35,8 @@ std::optional<SourceApplicationSnapshot> ClipboardIntake::sourceApplication() co
     return current;
 }
 
-QCoro::Task<> ClipboardIntake::import(ClipboardPayload payload, std::optional<SourceApplicationSnapshot> source)
+QCoro::Task<> ClipboardIntake::import(ClipboardPayload payload,
+                                      std::optional<SourceApplicationSnapshot> source)
 {
     try {
         co_await m_importer.importClipboardPayload(payload, source);

@@ -19,8 +19,8 @@ class ScreenshotImporter;
 class ClipboardIntake : public QObject {
     Q_OBJECT
 public:
-    ClipboardIntake(const AppSettings& settings, const FrontmostAppTracker& tracker, ScreenshotImporter& importer,
-                    FlowSet& flows);
+    ClipboardIntake(const AppSettings& settings, const FrontmostAppTracker& tracker,
+                    ScreenshotImporter& importer, FlowSet& flows);
 
     /// Returns at once; the import runs in the flow set.
     void take(const ClipboardPayload& payload);

@@ -18,9 +18,12 @@ constexpr double kMaxDistance = 600;
 
 } // namespace
 
-FileIntake::FileIntake(const AppSettings& settings, const FrontmostAppTracker& tracker, ScreenshotImporter& importer,
-                       FlowSet& flows)
-    : m_settings(settings), m_tracker(tracker), m_importer(importer), m_flows(flows)
+FileIntake::FileIntake(const AppSettings& settings, const FrontmostAppTracker& tracker,
+                       ScreenshotImporter& importer, FlowSet& flows)
+    : m_settings(settings),
+      m_tracker(tracker),
+      m_importer(importer),
+      m_flows(flows)
 {
 }
 

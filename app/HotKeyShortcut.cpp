@@ -118,11 +118,11 @@ std::optional<quint32> HotKeyShortcut::carbonModifiers(Qt::KeyboardModifiers hel
 
 QString HotKeyShortcut::label(quint32 keyCode, const QString& characters)
 {
-    static const QHash<quint32, QString> names{
-        {36, QStringLiteral("↩")},   {48, QStringLiteral("⇥")},  {49, QStringLiteral("Space")},
-        {51, QStringLiteral("⌫")},   {53, QStringLiteral("Esc")}, {117, QStringLiteral("⌦")},
-        {123, QStringLiteral("←")},  {124, QStringLiteral("→")}, {125, QStringLiteral("↓")},
-        {126, QStringLiteral("↑")}};
+    static const QHash<quint32, QString> names{{36, QStringLiteral("↩")},     {48, QStringLiteral("⇥")},
+                                               {49, QStringLiteral("Space")}, {51, QStringLiteral("⌫")},
+                                               {53, QStringLiteral("Esc")},   {117, QStringLiteral("⌦")},
+                                               {123, QStringLiteral("←")},    {124, QStringLiteral("→")},
+                                               {125, QStringLiteral("↓")},    {126, QStringLiteral("↑")}};
     if (const auto name = names.constFind(keyCode); name != names.constEnd())
         return *name;
     return characters.isEmpty() ? QStringLiteral("Key") : characters.toUpper();

@@ -10,6 +10,8 @@ public:
     virtual void showQuickSearch() = 0;
     virtual void hideQuickSearch() = 0;
     virtual void showSettings() = 0;
+    /// Lets the person drag a region of the screen whose text is to be recognised.
+    virtual void showRegionSelection() = 0;
 };
 
 } // namespace tessary

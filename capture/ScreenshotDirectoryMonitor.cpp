@@ -12,19 +12,23 @@ namespace {
 
 const std::array<QString, 9>& screenshotPrefixes()
 {
-    static const std::array<QString, 9> prefixes{
-        QStringLiteral("screenshot"),          QStringLiteral("screen shot"),
-        QStringLiteral("截屏"),                QStringLiteral("屏幕快照"),
-        QStringLiteral("螢幕截圖"),            QStringLiteral("bildschirmfoto"),
-        QStringLiteral("captura de pantalla"), QStringLiteral("capture d’écran"),
-        QStringLiteral("capture d'ecran")};
+    static const std::array<QString, 9> prefixes{QStringLiteral("screenshot"),
+                                                 QStringLiteral("screen shot"),
+                                                 QStringLiteral("截屏"),
+                                                 QStringLiteral("屏幕快照"),
+                                                 QStringLiteral("螢幕截圖"),
+                                                 QStringLiteral("bildschirmfoto"),
+                                                 QStringLiteral("captura de pantalla"),
+                                                 QStringLiteral("capture d’écran"),
+                                                 QStringLiteral("capture d'ecran")};
     return prefixes;
 }
 
 } // namespace
 
 ScreenshotDirectoryMonitor::ScreenshotDirectoryMonitor(DirectoryWatcher& watcher)
-    : m_watcher(watcher), m_queue(QStringLiteral("com.tessary.directory-monitor"))
+    : m_watcher(watcher),
+      m_queue(QStringLiteral("com.tessary.directory-monitor"))
 {
 }
 
@@ -50,7 +54,8 @@ bool ScreenshotDirectoryMonitor::looksLikeScreenshot(const QString& path)
 {
     const QString name = QFileInfo(path).completeBaseName().toLower();
     const auto& prefixes = screenshotPrefixes();
-    return std::any_of(prefixes.begin(), prefixes.end(), [&](const QString& p) { return name.startsWith(p); });
+    return std::any_of(prefixes.begin(), prefixes.end(),
+                       [&](const QString& p) { return name.startsWith(p); });
 }
 
 void ScreenshotDirectoryMonitor::scan(Report report)
@@ -88,7 +93,8 @@ QList<ScreenshotDirectoryMonitor::Entry> ScreenshotDirectoryMonitor::screenshots
     QDirIterator files(directory, QDir::Files | QDir::NoDotAndDotDot);
     while (files.hasNext()) {
         const QString path = files.next();
-        if (!acceptedImageExtensions().contains(QFileInfo(path).suffix().toLower()) || !looksLikeScreenshot(path))
+        if (!acceptedImageExtensions().contains(QFileInfo(path).suffix().toLower()) ||
+            !looksLikeScreenshot(path))
             continue;
         const QFileInfo file = files.fileInfo();
         const QDateTime changed = file.lastModified().isValid() ? file.lastModified() : file.birthTime();
