@@ -23,7 +23,7 @@ namespace tessary {
 class SerialLane {
 public:
     template <typename Result>
-    class Awaiter;
+    class Posted;
 
     /// @param name shown by a debugger, cut to 15 bytes by the kernel.
     explicit SerialLane(QString name);
@@ -31,12 +31,15 @@ public:
     SerialLane(const SerialLane&) = delete;
     SerialLane& operator=(const SerialLane&) = delete;
 
-    /// To be awaited at once: runs the work on the lane and resumes the caller on its own thread (which
-    /// needs an event loop), with the result or with the very exception that the work threw.
+    /// Runs the work on the lane once awaited, and resumes the caller on its own thread (which needs an
+    /// event loop), with the result or with the very exception that the work threw.
+    ///
+    /// To be named before it is awaited: `auto work = lane.post(…); co_await work;`. Inside a co_await
+    /// expression g++ 12 destroys what a closure captured twice, so that does not compile.
     template <std::invocable Work>
     [[nodiscard]] auto post(Work work)
     {
-        return Awaiter<std::invoke_result_t<Work>>(*this, std::move(work));
+        return Posted<std::invoke_result_t<Work>>(*this, std::move(work));
     }
 
     /// Runs the work on the lane without anybody waiting for it. It must not throw.
@@ -72,29 +75,17 @@ private:
     QObject* m_home;
 };
 
+/// Work that waits to be awaited. `Awaiter` is a mere pointer to it, which the compiler may copy.
 template <typename Result>
-class SerialLane::Awaiter {
+class SerialLane::Posted {
 public:
-    Awaiter(SerialLane& lane, std::function<Result()> work)
+    Posted(SerialLane& lane, std::function<Result()> work)
         : m_state(std::make_unique<State>(lane, std::move(work)))
     {
     }
 
-    [[nodiscard]] bool await_ready() const noexcept { return false; }
-    void await_suspend(std::coroutine_handle<> awaiting)
-    {
-        m_state->lane.postDetached([state = m_state.get(), awaiting] {
-            state->run();
-            state->home.resume(awaiting);
-        });
-    }
-    Result await_resume()
-    {
-        if (m_state->error)
-            std::rethrow_exception(m_state->error);
-        if constexpr (!std::is_void_v<Result>)
-            return std::move(*m_state->result);
-    }
+    [[nodiscard]] auto operator co_await() const& noexcept { return Awaiter{m_state.get()}; }
+    void operator co_await() const&& = delete;
 
 private:
     struct Nothing {};
@@ -120,7 +111,26 @@ private:
         std::exception_ptr error;
         ThreadResumption home;
     };
-    // On the heap, since the compiler moves awaiters into the coroutine's frame.
+    struct Awaiter {
+        State* state;
+
+        [[nodiscard]] bool await_ready() const noexcept { return false; }
+        void await_suspend(std::coroutine_handle<> awaiting) const
+        {
+            state->lane.postDetached([work = state, awaiting] {
+                work->run();
+                work->home.resume(awaiting);
+            });
+        }
+        Result await_resume() const
+        {
+            if (state->error)
+                std::rethrow_exception(state->error);
+            if constexpr (!std::is_void_v<Result>)
+                return std::move(*state->result);
+        }
+    };
+
     std::unique_ptr<State> m_state;
 };
 

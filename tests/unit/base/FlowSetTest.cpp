@@ -10,13 +10,15 @@ using testing::await;
 
 QCoro::Task<> work(SerialLane& lane, int& done)
 {
-    co_await lane.post([] {});
+    auto nothing = lane.post([] {});
+    co_await nothing;
     ++done;
 }
 
 QCoro::Task<> failure(SerialLane& lane)
 {
-    co_await lane.post([] {});
+    auto nothing = lane.post([] {});
+    co_await nothing;
     throw std::runtime_error("lost");
 }
 

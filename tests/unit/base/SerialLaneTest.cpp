@@ -9,7 +9,8 @@ using testing::await;
 
 QCoro::Task<int> answer(SerialLane& lane, int value)
 {
-    co_return co_await lane.post([value] { return value; });
+    auto work = lane.post([value] { return value; });
+    co_return co_await work;
 }
 
 TEST(SerialLaneTest, RunsWorkInTheOrderPosted)
@@ -28,7 +29,8 @@ TEST(SerialLaneTest, RunsWorkOnOneOtherThreadAndResumesTheCallerOnItsOwn)
     SerialLane lane(QStringLiteral("threads"));
     const auto flow = [](SerialLane& worker, std::thread::id& inside,
                          std::thread::id& after) -> QCoro::Task<> {
-        inside = co_await worker.post([] { return std::this_thread::get_id(); });
+        auto work = worker.post([] { return std::this_thread::get_id(); });
+        inside = co_await work;
         after = std::this_thread::get_id();
     };
     std::thread::id inside;
@@ -42,10 +44,23 @@ TEST(SerialLaneTest, HandsTheVeryExceptionToTheCaller)
 {
     SerialLane lane(QStringLiteral("errors"));
     const auto failing = [](SerialLane& worker) -> QCoro::Task<> {
-        co_await worker.post([] { throw std::out_of_range("beyond"); });
+        auto work = worker.post([] { throw std::out_of_range("beyond"); });
+        co_await work;
     };
     EXPECT_THROW(await(failing(lane)), std::out_of_range);
     EXPECT_EQ(await(answer(lane, 7)), 7);
+}
+
+TEST(SerialLaneTest, DestroysWhatWorkCapturedOnce)
+{
+    SerialLane lane(QStringLiteral("captures"));
+    const auto captured = std::make_shared<QString>(QStringLiteral("captured"));
+    const auto flow = [](SerialLane& worker, std::shared_ptr<QString> text) -> QCoro::Task<QString> {
+        auto work = worker.post([text] { return *text; });
+        co_return co_await work;
+    };
+    EXPECT_EQ(await(flow(lane, captured)), *captured);
+    EXPECT_EQ(captured.use_count(), 1);
 }
 
 TEST(SerialLaneTest, FinishesWhatWasPostedBeforeItGoes)

@@ -1,0 +1,166 @@
+#include "platform/workers/ImagingWorkerCodec.h"
+
+#include "base/AtomicFile.h"
+#include "workers/imaging/ImagingProtocol.h"
+
+#include <QCborValue>
+#include <QLoggingCategory>
+
+#include <cmath>
+#include <cstring>
+
+namespace tessary {
+namespace {
+
+Q_LOGGING_CATEGORY(lcImaging, "tessary.imaging")
+
+WorkerCommand commandFor(const ImagingWorkerCodec::Options& options)
+{
+    const QString program =
+        options.program.isEmpty() ? workerProgramPath(QStringLiteral("tessary-imaging")) : options.program;
+    return {program, {QByteArrayLiteral("--rest-seconds"), QByteArray::number(qint64{options.rest.count()})}};
+}
+
+ImageError::Case caseFor(WorkerError::Case which)
+{
+    switch (which) {
+    case WorkerError::Case::TimedOut:
+        return ImageError::Case::WorkerTimedOut;
+    case WorkerError::Case::TooLarge:
+        return ImageError::Case::TooLarge;
+    case WorkerError::Case::Failed:
+        break;
+    }
+    return ImageError::Case::WorkerFailed;
+}
+
+ImageError::Case caseFor(const QString& errorWord)
+{
+    if (errorWord == imaging::kTooLarge)
+        return ImageError::Case::TooLarge;
+    if (errorWord == imaging::kNotAnImage)
+        return ImageError::Case::NotAnImage;
+    return ImageError::Case::WorkerFailed;
+}
+
+/// The worker has read untrusted bytes, so its answers are not trusted either.
+[[noreturn]] void throwNonsense()
+{
+    throw ImageError(ImageError::Case::WorkerFailed, QStringLiteral("nonsensical answer"));
+}
+
+QSize sizeIn(const QCborMap& reply)
+{
+    constexpr qint64 kLargestSide = 10'000'000;
+    const qint64 width = reply.value(imaging::kWidth).toInteger();
+    const qint64 height = reply.value(imaging::kHeight).toInteger();
+    if (width < 1 || height < 1 || width > kLargestSide || height > kLargestSide)
+        throwNonsense();
+    return {static_cast<int>(width), static_cast<int>(height)};
+}
+
+QByteArray bytesIn(const QCborMap& reply)
+{
+    QByteArray bytes = reply.value(imaging::kBytes).toByteArray();
+    if (bytes.isEmpty())
+        throwNonsense();
+    return bytes;
+}
+
+QImage imageIn(const QCborMap& reply, int maximumPixelSize)
+{
+    const QSize size = sizeIn(reply);
+    const QByteArray bytes = bytesIn(reply);
+    if (std::max(size.width(), size.height()) > maximumPixelSize ||
+        bytes.size() != qint64{size.width()} * size.height() * 4)
+        throwNonsense();
+    const bool opaque = reply.value(imaging::kOpaque).toBool();
+    QImage image(size, opaque ? QImage::Format_RGB32 : QImage::Format_ARGB32_Premultiplied);
+    if (image.isNull())
+        throw ImageError(ImageError::Case::TooLarge, QStringLiteral("no memory"));
+    std::memcpy(image.bits(), bytes.constData(), static_cast<size_t>(bytes.size()));
+    return image;
+}
+
+void writeResult(const QString& destination, const QByteArray& bytes)
+{
+    try {
+        writeFileAtomically(destination, bytes, Durability::Process);
+    } catch (const FileError& error) {
+        throw ImageError(ImageError::Case::WriteFailed,
+                         QStringLiteral("file error %1").arg(int(error.which())));
+    }
+}
+
+} // namespace
+
+ImagingWorkerCodec::ImagingWorkerCodec(Options options)
+    : m_deadline(options.deadline),
+      m_worker(commandFor(options)),
+      m_lane(QStringLiteral("com.tessary.imaging"))
+{
+}
+
+ImagingWorkerCodec::~ImagingWorkerCodec()
+{
+    // Work still on the lane fails at once instead of holding up the end for its deadline.
+    m_worker.shutDown();
+}
+
+QCborMap ImagingWorkerCodec::request(const QCborMap& message)
+{
+    std::optional<ImageError> failure;
+    try {
+        QCborMap reply = m_worker.request(message, m_deadline);
+        const QString word = reply.value(imaging::kError).toString();
+        if (word.isEmpty())
+            return reply;
+        failure.emplace(caseFor(word), reply.value(imaging::kDetail).toString());
+    } catch (const WorkerError& error) {
+        failure.emplace(caseFor(error.which()), error.detail());
+    }
+    qCInfo(lcImaging, "request failed, case %d", int(failure->which()));
+    throw *failure;
+}
+
+QCoro::Task<QSize> ImagingWorkerCodec::pixelSize(QString path)
+{
+    const auto work = m_lane.post([this, path] {
+        return sizeIn(request({{imaging::kOperation, imaging::kPixelSize}, {imaging::kPath, path}}));
+    });
+    co_return co_await work;
+}
+
+QCoro::Task<> ImagingWorkerCodec::writeThumbnail(QString source, QString destination, int maximumPixelSize,
+                                                 double quality)
+{
+    const int wholeQuality = static_cast<int>(std::lround(std::clamp(quality, 0.01, 1.0) * 100));
+    const auto work = m_lane.post([this, source, destination, maximumPixelSize, wholeQuality] {
+        writeResult(destination, bytesIn(request({{imaging::kOperation, imaging::kThumbnail},
+                                                  {imaging::kPath, source},
+                                                  {imaging::kMaximumPixelSize, maximumPixelSize},
+                                                  {imaging::kQuality, wholeQuality}})));
+    });
+    co_await work;
+}
+
+QCoro::Task<QImage> ImagingWorkerCodec::decode(QString path, int maximumPixelSize)
+{
+    const auto work = m_lane.post([this, path, maximumPixelSize] {
+        return imageIn(request({{imaging::kOperation, imaging::kDecode},
+                                {imaging::kPath, path},
+                                {imaging::kMaximumPixelSize, maximumPixelSize}}),
+                       maximumPixelSize);
+    });
+    co_return co_await work;
+}
+
+QCoro::Task<QByteArray> ImagingWorkerCodec::pngFromBitmap(QByteArray bitmap)
+{
+    const auto work = m_lane.post([this, bitmap] {
+        return bytesIn(request({{imaging::kOperation, imaging::kPng}, {imaging::kBytes, bitmap}}));
+    });
+    co_return co_await work;
+}
+
+} // namespace tessary

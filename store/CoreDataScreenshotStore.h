@@ -1,0 +1,50 @@
+#pragma once
+
+#include "store/ScreenshotRecord.h"
+#include "store/sqlite/SQLiteConnection.h"
+
+#include <functional>
+
+namespace tessary {
+
+/// The store of record: one table of whole items, durable at every commit. Only `SQLiteStore` talks to it,
+/// from its lane. All operations block on the disk and throw StoreError, or PersistenceError for contents
+/// that cannot be read.
+class CoreDataScreenshotStore {
+public:
+    /// Opens, or creates, the store. @throws StoreError; PersistenceError (NewerVersion) for a file that a
+    /// later Tessary wrote.
+    explicit CoreDataScreenshotStore(const QString& path);
+
+    [[nodiscard]] bool contains(const QString& contentHash);
+    [[nodiscard]] bool containsRecord(const QUuid& id);
+    /// @returns false, having changed nothing, when an item with that content hash exists.
+    bool insert(const ScreenshotRecord& record);
+    /// Replaces the item with that id, or adds it. An item that held the same content hash under another
+    /// id gives way.
+    void upsert(const ScreenshotRecord& record);
+    [[nodiscard]] std::optional<ScreenshotRecord> record(const QUuid& id);
+    [[nodiscard]] std::optional<ScreenshotRecord> record(const QString& contentHash);
+    [[nodiscard]] QList<ScreenshotRecord> allRecords();
+    /// What is in the trash since before the date.
+    [[nodiscard]] QList<ScreenshotRecord> trashed(Date olderThan);
+    /// @returns the item as it was; nothing for an unknown id.
+    std::optional<ScreenshotRecord> remove(const QUuid& id);
+
+    [[nodiscard]] qint64 count();
+    /// Every item in the order of its identifier, in the column order of `kProjectionColumns`.
+    [[nodiscard]] SQLiteStatement rowsInIdentifierOrder();
+    /// The item in such a row. @throws PersistenceError (InvalidRecord).
+    [[nodiscard]] static ScreenshotRecord decode(const SQLiteStatement& row);
+    /// Adds the items that the function hands out until it has no more, in one transaction; items that
+    /// cannot be added are left out.
+    void adopt(const std::function<std::optional<ScreenshotRecord>()>& next);
+
+private:
+    [[nodiscard]] SQLiteStatement select(const QByteArray& condition, const QList<SQLiteValue>& bindings);
+    void write(const QByteArray& verb, const ScreenshotRecord& record);
+
+    SQLiteConnection m_connection;
+};
+
+} // namespace tessary

@@ -1,0 +1,80 @@
+#include "store/Projection.h"
+
+#include "store/ProjectionSchema.h"
+#include "store/RecordColumns.h"
+
+namespace tessary {
+
+Projection::Projection(const QString& path) : m_connection(path)
+{
+    m_connection.run("PRAGMA journal_mode = WAL");
+    m_connection.run("PRAGMA foreign_keys = ON");
+    m_connection.run("PRAGMA busy_timeout = 5000");
+    // What a power cut takes from here, the store of record gives back at the next start.
+    m_connection.run("PRAGMA synchronous = NORMAL");
+    createProjectionSchema(m_connection);
+}
+
+bool Projection::insertProjection(const ScreenshotRecord& record)
+{
+    static const QByteArray sql = "INSERT OR IGNORE INTO screenshots (" + columnList(kProjectionColumns) +
+                                  ") VALUES (?" + QByteArray(", ?").repeated(kRecordColumnCount - 1) + ")";
+    m_connection.execute(sql, recordBindings(record));
+    return m_connection.changes() > 0;
+}
+
+void Projection::updateSearchIndex(const ScreenshotRecord& record)
+{
+    const QString id = identifierText(record.id);
+    m_connection.execute("DELETE FROM screenshots_fts_v5 WHERE rowid = "
+                         "(SELECT rowid FROM screenshots WHERE id = ?)",
+                         {id});
+    m_connection.execute("INSERT INTO screenshots_fts_v5 (rowid, id, source_app_name, tags, note, filename, "
+                         "content_text, pinyin) SELECT rowid, ?1, ?2, ?3, ?4, ?5, ?6, ?7 FROM screenshots "
+                         "WHERE id = ?1",
+                         {id, record.sourceAppName.value_or(QString()), record.tags.join(QLatin1Char(' ')),
+                          record.note, record.filename, record.textContent,
+                          m_pinyin.searchText(record.searchableText())});
+}
+
+void Projection::update(const QByteArray& assignments, QList<SQLiteValue> values, const QUuid& id)
+{
+    values.append(identifierText(id));
+    m_connection.execute("UPDATE screenshots SET " + assignments + " WHERE id = ?", values);
+}
+
+void Projection::remove(const QString& idText)
+{
+    m_connection.execute("DELETE FROM screenshots_fts_v5 WHERE rowid = "
+                         "(SELECT rowid FROM screenshots WHERE id = ?)",
+                         {idText});
+    m_connection.execute("DELETE FROM screenshots WHERE id = ?", {idText});
+}
+
+qint64 Projection::rowCount()
+{
+    return m_connection.integerResult("SELECT count(*) FROM screenshots");
+}
+
+qint64 Projection::searchRowCount()
+{
+    return m_connection.integerResult("SELECT count(*) FROM screenshots_fts_v5");
+}
+
+SQLiteStatement Projection::rowsInIdentifierOrder()
+{
+    static const QByteArray sql =
+        "SELECT " + columnList(kProjectionColumns) + " FROM screenshots ORDER BY id";
+    return m_connection.query(sql);
+}
+
+QList<ScreenshotRecord> Projection::records(const QByteArray& sql, const QList<SQLiteValue>& bindings)
+{
+    SQLiteStatement rows = m_connection.query(sql, bindings);
+    QList<ScreenshotRecord> found;
+    while (rows.nextRow())
+        found.append(decodeProjectionRow(rows));
+    return found;
+}
+
+} // namespace tessary

@@ -1,0 +1,41 @@
+#pragma once
+
+#include "store/PinyinText.h"
+#include "store/ScreenshotRecord.h"
+#include "store/sqlite/SQLiteConnection.h"
+
+namespace tessary {
+
+/// The database behind every list and search: one flat row an item, and a full-text row with the same row
+/// id, so that neither has to be searched for by its text id. Used from the store's lane; blocks on the
+/// disk; throws StoreError.
+class Projection {
+public:
+    /// Opens, or creates, the file and brings its schema up to date. @throws StoreError.
+    explicit Projection(const QString& path);
+
+    [[nodiscard]] SQLiteConnection& connection() { return m_connection; }
+
+    /// Adds the row unless its id or content hash exists. @returns whether it was added.
+    bool insertProjection(const ScreenshotRecord& record);
+    /// Writes the item's full-text row anew.
+    void updateSearchIndex(const ScreenshotRecord& record);
+    /// Runs one UPDATE of ours whose last parameter is the id.
+    void update(const QByteArray& assignments, QList<SQLiteValue> values, const QUuid& id);
+    /// Removes the item and its full-text row, by the id as the row spells it.
+    void remove(const QString& idText);
+
+    [[nodiscard]] qint64 rowCount();
+    [[nodiscard]] qint64 searchRowCount();
+    /// Every item in the order of its identifier, in the column order of `kProjectionColumns`.
+    [[nodiscard]] SQLiteStatement rowsInIdentifierOrder();
+    /// Rows of a query that selects the columns in the order of `kProjectionColumns`.
+    [[nodiscard]] QList<ScreenshotRecord> records(const QByteArray& sql,
+                                                  const QList<SQLiteValue>& bindings = {});
+
+private:
+    SQLiteConnection m_connection;
+    PinyinText m_pinyin;
+};
+
+} // namespace tessary

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <QStringList>
+
+namespace tessary {
+
+class CoreDataScreenshotStore;
+class Projection;
+
+/// Brings the projection in line with the store of record, in constant memory. Used once at start-up, on
+/// the store's lane.
+///
+/// Both stores are walked side by side in the order of their identifiers, comparing raw values and only
+/// decoding rows that differ in them. A handful of differing items, as a crash between the two commits
+/// leaves, is mended one by one; anything more, or a full-text table that does not fit, is rebuilt.
+class ProjectionReconciler {
+public:
+    ProjectionReconciler(CoreDataScreenshotStore& structuredStore, Projection& projection);
+
+    /// @throws StoreError, PersistenceError; the projection is then as it was.
+    void reconcile();
+
+private:
+    struct Difference {
+        QStringList identifiers; ///< Spelled as in the stores; at most `kMostMended` of them.
+        bool isTooLarge = false;
+    };
+
+    void adoptProjection();
+    [[nodiscard]] Difference compare();
+    void mend(const QStringList& identifiers);
+    void rebuild();
+
+    CoreDataScreenshotStore& m_structuredStore;
+    Projection& m_projection;
+};
+
+} // namespace tessary

@@ -1,0 +1,103 @@
+#include "store/ProjectionSchema.h"
+
+#include "store/sqlite/SQLiteConnection.h"
+
+#include <QStringList>
+
+namespace tessary {
+namespace {
+
+constexpr char kTables[] = R"(CREATE TABLE IF NOT EXISTS screenshots (
+    id TEXT PRIMARY KEY NOT NULL,
+    content_hash TEXT NOT NULL UNIQUE,
+    filename TEXT NOT NULL,
+    original_path TEXT NOT NULL,
+    library_path TEXT NOT NULL,
+    thumbnail_path TEXT,
+    captured_at REAL NOT NULL,
+    imported_at REAL NOT NULL,
+    pixel_width INTEGER NOT NULL,
+    pixel_height INTEGER NOT NULL,
+    file_size INTEGER NOT NULL,
+    source_app_name TEXT,
+    source_bundle_id TEXT,
+    source_app_icon_path TEXT,
+    ocr_text TEXT NOT NULL DEFAULT '',
+    ocr_status INTEGER NOT NULL DEFAULT 0,
+    tags_json TEXT NOT NULL DEFAULT '[]',
+    note TEXT NOT NULL DEFAULT '',
+    is_favorite INTEGER NOT NULL DEFAULT 0,
+    last_used_at REAL,
+    is_deleted INTEGER NOT NULL DEFAULT 0,
+    deleted_at REAL,
+    file_type TEXT NOT NULL DEFAULT '',
+    generated_title TEXT,
+    is_pinned INTEGER NOT NULL DEFAULT 0,
+    duplicate_count INTEGER NOT NULL DEFAULT 1,
+    content_type INTEGER NOT NULL DEFAULT 0,
+    content_text TEXT NOT NULL DEFAULT ''
+);
+CREATE INDEX IF NOT EXISTS screenshots_captured_at ON screenshots(captured_at DESC);
+CREATE INDEX IF NOT EXISTS screenshots_source_app ON screenshots(source_bundle_id);
+CREATE INDEX IF NOT EXISTS screenshots_favorite ON screenshots(is_favorite, is_deleted);
+)";
+
+constexpr char kSearchTable[] = R"(CREATE VIRTUAL TABLE IF NOT EXISTS screenshots_fts_v5 USING fts5(
+    id UNINDEXED, source_app_name, tags, note, filename, content_text, pinyin,
+    tokenize = 'unicode61 remove_diacritics 2'
+);)";
+
+constexpr char kPinnedIndex[] =
+    "CREATE INDEX IF NOT EXISTS screenshots_pinned ON screenshots(is_pinned, captured_at DESC)";
+
+/// Kept in the file's user version. The text primary key leaves the row ids of items free to be the
+/// full-text table's too, as long as nobody vacuums the file.
+constexpr qint64 kAlignedVersion = 1;
+
+void ensureColumn(SQLiteConnection& connection, const QByteArray& name, const QByteArray& definition)
+{
+    SQLiteStatement columns = connection.query("PRAGMA table_info(screenshots)");
+    constexpr int kNameColumn = 1;
+    while (columns.nextRow()) {
+        if (columns.text(kNameColumn).toUtf8() == name)
+            return;
+    }
+    connection.execute("ALTER TABLE screenshots ADD COLUMN " + name + " " + definition);
+}
+
+} // namespace
+
+void createProjectionSchema(SQLiteConnection& connection)
+{
+    connection.run(QByteArray(kTables) + kSearchTable);
+    ensureColumn(connection, "file_type", "TEXT NOT NULL DEFAULT ''");
+    ensureColumn(connection, "generated_title", "TEXT");
+    ensureColumn(connection, "is_pinned", "INTEGER NOT NULL DEFAULT 0");
+    ensureColumn(connection, "duplicate_count", "INTEGER NOT NULL DEFAULT 1");
+    ensureColumn(connection, "content_type", "INTEGER NOT NULL DEFAULT 0");
+    ensureColumn(connection, "content_text", "TEXT NOT NULL DEFAULT ''");
+    connection.run(kPinnedIndex);
+    const bool isEmpty = connection.integerResult("SELECT NOT EXISTS (SELECT 1 FROM screenshots) AND "
+                                                  "NOT EXISTS (SELECT 1 FROM screenshots_fts_v5)") != 0;
+    if (isEmpty)
+        markSearchRowsAligned(connection);
+}
+
+void recreateSearchTable(SQLiteConnection& connection)
+{
+    connection.run("DROP TABLE screenshots_fts_v5");
+    connection.run(kSearchTable);
+}
+
+bool hasAlignedSearchRows(SQLiteConnection& connection)
+{
+    return connection.integerResult("PRAGMA user_version") == kAlignedVersion;
+}
+
+void markSearchRowsAligned(SQLiteConnection& connection)
+{
+    if (!hasAlignedSearchRows(connection))
+        connection.run("PRAGMA user_version = " + QByteArray::number(kAlignedVersion));
+}
+
+} // namespace tessary

@@ -1,0 +1,219 @@
+#include "store/SQLiteStore.h"
+
+#include "store/CoreDataScreenshotStore.h"
+#include "store/Projection.h"
+#include "store/ProjectionReconciler.h"
+#include "store/StoreError.h"
+#include "store/TagsCoding.h"
+
+#include <QFileInfo>
+
+#include <limits>
+
+namespace tessary {
+
+/// Both databases and what has to be done to them together. On the lane only.
+class SQLiteStore::Databases {
+public:
+    explicit Databases(const QString& path) : m_structuredStore(path), m_projection(projectionPath(path)) {}
+
+    [[nodiscard]] CoreDataScreenshotStore& structuredStore() { return m_structuredStore; }
+
+    bool insert(const ScreenshotRecord& record)
+    {
+        if (!m_structuredStore.insert(record))
+            return false;
+        try {
+            SQLiteTransaction transaction(m_projection.connection());
+            const bool added = m_projection.insertProjection(record);
+            if (added)
+                m_projection.updateSearchIndex(record);
+            else
+                m_structuredStore.remove(record.id);
+            transaction.commit();
+            return added;
+        } catch (...) {
+            removeQuietly(record.id);
+            throw;
+        }
+    }
+
+    void reconcile() { ProjectionReconciler(m_structuredStore, m_projection).reconcile(); }
+
+    void registerDuplicate(const QString& contentHash, Date now)
+    {
+        std::optional<ScreenshotRecord> record = m_structuredStore.record(contentHash);
+        if (!record)
+            return;
+        if (record->duplicateCount == std::numeric_limits<qint64>::max())
+            throw StoreError(StoreError::Case::Execute, QStringLiteral("duplicate count overflow"));
+        ++record->duplicateCount;
+        record->lastUsedAt = now;
+        m_structuredStore.upsert(*record);
+        m_projection.update("duplicate_count = ?, last_used_at = ?",
+                            {record->duplicateCount, sqliteValue(now)}, record->id);
+    }
+
+    void updateMetadata(const QUuid& id, const QStringList& tags, const QString& note)
+    {
+        std::optional<ScreenshotRecord> record = m_structuredStore.record(id);
+        if (!record)
+            return;
+        record->tags = tags;
+        record->note = note;
+        m_structuredStore.upsert(*record);
+        m_projection.update("tags_json = ?, note = ?", {QString::fromUtf8(encodeTags(tags)), note}, id);
+        m_projection.updateSearchIndex(*record);
+    }
+
+    /// Changes the item in the store of record, then the given columns of its row.
+    void change(const QUuid& id, const std::function<void(ScreenshotRecord&)>& edit,
+                const QByteArray& assignments, const QList<SQLiteValue>& values)
+    {
+        std::optional<ScreenshotRecord> record = m_structuredStore.record(id);
+        if (!record)
+            return;
+        edit(*record);
+        m_structuredStore.upsert(*record);
+        m_projection.update(assignments, values, id);
+    }
+
+    QList<ScreenshotRecord> purgeTrash(Date olderThan)
+    {
+        QList<ScreenshotRecord> purged;
+        for (const ScreenshotRecord& expired : m_structuredStore.trashed(olderThan)) {
+            const std::optional<ScreenshotRecord> removed = m_structuredStore.remove(expired.id);
+            m_projection.remove(identifierText(expired.id));
+            if (removed)
+                purged.append(*removed);
+        }
+        return purged;
+    }
+
+private:
+    /// Undoes the first half of an insertion whose second half failed, whose error matters more.
+    void removeQuietly(const QUuid& id) noexcept
+    {
+        try {
+            m_structuredStore.remove(id);
+        } catch (const std::exception&) {
+            qWarning("An item that could not be indexed stays in the record store until the next start");
+        }
+    }
+
+    CoreDataScreenshotStore m_structuredStore;
+    Projection m_projection;
+};
+
+SQLiteStore::SQLiteStore() : m_lane(QStringLiteral("tessary.store")) {}
+
+SQLiteStore::~SQLiteStore()
+{
+    // Closing a database writes its log back; that, too, belongs to the lane.
+    m_lane.postDetached([this] { m_databases.reset(); });
+}
+
+QString SQLiteStore::projectionPath(const QString& databasePath)
+{
+    return QFileInfo(databasePath).path() + QStringLiteral("/Tessary.metadata.sqlite3");
+}
+
+QCoro::Task<std::unique_ptr<SQLiteStore>> SQLiteStore::open(QString databasePath)
+{
+    std::unique_ptr<SQLiteStore> store(new SQLiteStore);
+    auto opening = store->m_lane.post([self = store.get(), databasePath] {
+        self->m_databases = std::make_unique<Databases>(databasePath);
+    });
+    co_await opening;
+    co_return store;
+}
+
+QCoro::Task<bool> SQLiteStore::contains(QString contentHash)
+{
+    auto work =
+        m_lane.post([this, contentHash] { return m_databases->structuredStore().contains(contentHash); });
+    co_return co_await work;
+}
+
+QCoro::Task<bool> SQLiteStore::containsRecord(QUuid id)
+{
+    auto work = m_lane.post([this, id] { return m_databases->structuredStore().containsRecord(id); });
+    co_return co_await work;
+}
+
+QCoro::Task<std::optional<ScreenshotRecord>> SQLiteStore::record(QUuid id)
+{
+    auto work = m_lane.post([this, id] { return m_databases->structuredStore().record(id); });
+    co_return co_await work;
+}
+
+QCoro::Task<bool> SQLiteStore::insert(ScreenshotRecord record)
+{
+    auto work = m_lane.post([this, record] { return m_databases->insert(record); });
+    co_return co_await work;
+}
+
+QCoro::Task<> SQLiteStore::reconcileProjection()
+{
+    auto work = m_lane.post([this] { m_databases->reconcile(); });
+    co_await work;
+}
+
+QCoro::Task<> SQLiteStore::registerDuplicate(QString contentHash, Date now)
+{
+    auto work = m_lane.post([this, contentHash, now] { m_databases->registerDuplicate(contentHash, now); });
+    co_await work;
+}
+
+QCoro::Task<> SQLiteStore::updateMetadata(QUuid id, QStringList tags, QString note)
+{
+    auto work = m_lane.post([this, id, tags, note] { m_databases->updateMetadata(id, tags, note); });
+    co_await work;
+}
+
+QCoro::Task<> SQLiteStore::setFavorite(QUuid id, bool isFavorite)
+{
+    auto work = m_lane.post([this, id, isFavorite] {
+        m_databases->change(id, [&](ScreenshotRecord& record) { record.isFavorite = isFavorite; },
+                            "is_favorite = ?", {sqliteValue(isFavorite)});
+    });
+    co_await work;
+}
+
+QCoro::Task<> SQLiteStore::setPinned(QUuid id, bool isPinned)
+{
+    auto work = m_lane.post([this, id, isPinned] {
+        m_databases->change(id, [&](ScreenshotRecord& record) { record.isPinned = isPinned; },
+                            "is_pinned = ?", {sqliteValue(isPinned)});
+    });
+    co_await work;
+}
+
+QCoro::Task<> SQLiteStore::markUsed(QUuid id, Date at)
+{
+    auto work = m_lane.post([this, id, at] {
+        m_databases->change(id, [&](ScreenshotRecord& record) { record.lastUsedAt = at; }, "last_used_at = ?",
+                            {sqliteValue(at)});
+    });
+    co_await work;
+}
+
+QCoro::Task<> SQLiteStore::moveToTrash(QUuid id, Date at)
+{
+    auto work = m_lane.post([this, id, at] {
+        const auto edit = [&](ScreenshotRecord& record) {
+            record.isDeleted = true;
+            record.deletedAt = at;
+        };
+        m_databases->change(id, edit, "is_deleted = 1, deleted_at = ?", {sqliteValue(at)});
+    });
+    co_await work;
+}
+
+QCoro::Task<QList<ScreenshotRecord>> SQLiteStore::purgeTrash(Date olderThan)
+{
+    auto work = m_lane.post([this, olderThan] { return m_databases->purgeTrash(olderThan); });
+    co_return co_await work;
+}
+
+} // namespace tessary

@@ -1,0 +1,54 @@
+#pragma once
+
+#include "base/SerialLane.h"
+#include "store/ScreenshotRecord.h"
+
+#include <qcoro/qcorotask.h>
+
+#include <memory>
+
+namespace tessary {
+
+/// The one way to the library: keeps the store of record and the projection in step.
+///
+/// An actor: every operation is one piece of work on its lane, so each runs to completion and two never
+/// interleave. To be called on the main thread. All throw StoreError or PersistenceError. Operations on an
+/// item that does not exist do nothing.
+class SQLiteStore {
+public:
+    ~SQLiteStore();
+
+    /// Opens both databases, creating what is missing. @param databasePath the store of record's file; the
+    /// projection lies beside it. @throws StoreError, PersistenceError.
+    [[nodiscard]] static QCoro::Task<std::unique_ptr<SQLiteStore>> open(QString databasePath);
+    /// Where the projection of that store of record lies.
+    [[nodiscard]] static QString projectionPath(const QString& databasePath);
+
+    [[nodiscard]] QCoro::Task<bool> contains(QString contentHash);
+    [[nodiscard]] QCoro::Task<bool> containsRecord(QUuid id);
+    [[nodiscard]] QCoro::Task<std::optional<ScreenshotRecord>> record(QUuid id);
+    /// @returns false, with neither store changed, when an item with that content is present already.
+    [[nodiscard]] QCoro::Task<bool> insert(ScreenshotRecord record);
+    /// Brings the projection in line with the store of record; once, before the first query.
+    [[nodiscard]] QCoro::Task<> reconcileProjection();
+    /// The same content was captured again at that time.
+    [[nodiscard]] QCoro::Task<> registerDuplicate(QString contentHash, Date now);
+    [[nodiscard]] QCoro::Task<> updateMetadata(QUuid id, QStringList tags, QString note);
+    [[nodiscard]] QCoro::Task<> setFavorite(QUuid id, bool isFavorite);
+    [[nodiscard]] QCoro::Task<> setPinned(QUuid id, bool isPinned);
+    [[nodiscard]] QCoro::Task<> markUsed(QUuid id, Date at);
+    [[nodiscard]] QCoro::Task<> moveToTrash(QUuid id, Date at);
+    /// Removes for good what has been in the trash since before the date.
+    /// @returns the removed items, so that the caller deletes their files. What was purged before an error
+    ///          stays purged.
+    [[nodiscard]] QCoro::Task<QList<ScreenshotRecord>> purgeTrash(Date olderThan);
+
+private:
+    class Databases;
+    SQLiteStore();
+
+    std::unique_ptr<Databases> m_databases; // touched only on the lane
+    SerialLane m_lane;
+};
+
+} // namespace tessary

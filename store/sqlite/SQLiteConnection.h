@@ -1,0 +1,64 @@
+#pragma once
+
+#include "store/sqlite/SQLiteStatement.h"
+
+#include <QByteArray>
+#include <QHash>
+
+#include <memory>
+
+struct sqlite3;
+
+namespace tessary {
+
+/// One open SQLite database. Opened in serialised threading mode; used by one thread at a time.
+/// Every text is bound or literal SQL of ours; nothing else ever becomes part of a statement.
+class SQLiteConnection {
+public:
+    /// Opens, or creates, the file. @throws StoreError (OpenDatabase).
+    explicit SQLiteConnection(const QString& path);
+
+    /// Runs statements without parameters. @throws StoreError (Execute).
+    void run(const QByteArray& sql);
+    /// Prepares, binds, steps once. @throws StoreError (Prepare for the text, Execute for the rest).
+    void execute(const QByteArray& sql, const QList<SQLiteValue>& bindings = {});
+    /// A statement ready to step; prepared ones are kept for the next time. @throws StoreError.
+    [[nodiscard]] SQLiteStatement query(const QByteArray& sql, const QList<SQLiteValue>& bindings = {});
+    /// The first column of the first row, 0 without one. @throws StoreError.
+    [[nodiscard]] qint64 integerResult(const QByteArray& sql, const QList<SQLiteValue>& bindings = {});
+    /// The first column of every row. @throws StoreError.
+    [[nodiscard]] QStringList stringResults(const QByteArray& sql, const QList<SQLiteValue>& bindings = {});
+    /// How many rows the last statement changed.
+    [[nodiscard]] int changes() const;
+    [[nodiscard]] qint64 lastInsertRowId() const;
+
+private:
+    struct Close {
+        void operator()(sqlite3* database) const;
+    };
+    struct Finalize {
+        void operator()(sqlite3_stmt* statement) const;
+    };
+
+    std::unique_ptr<sqlite3, Close> m_database;
+    QHash<QByteArray, std::shared_ptr<sqlite3_stmt>> m_idle; // prepared, reset, nobody using them
+};
+
+/// "BEGIN IMMEDIATE" now; "ROLLBACK" when destroyed unless committed.
+class SQLiteTransaction {
+public:
+    /// @throws StoreError (Execute).
+    explicit SQLiteTransaction(SQLiteConnection& connection);
+    ~SQLiteTransaction();
+    SQLiteTransaction(const SQLiteTransaction&) = delete;
+    SQLiteTransaction& operator=(const SQLiteTransaction&) = delete;
+
+    /// @throws StoreError (Execute); the transaction is then rolled back.
+    void commit();
+
+private:
+    SQLiteConnection& m_connection;
+    bool m_open = true;
+};
+
+} // namespace tessary

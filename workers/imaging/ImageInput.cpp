@@ -1,0 +1,124 @@
+#include "workers/imaging/ImageInput.h"
+
+#include "workers/imaging/VipsLibrary.h"
+
+#include <QFile>
+
+#include <cstring>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace tessary::imaging {
+namespace {
+
+constexpr qint64 kMostPixels = 1LL << 28;
+constexpr qint64 kMostPixelsInMemory = 100'000'000;
+
+bool needsAllOfItInMemory(VipsImage* image)
+{
+    const char* loader = nullptr;
+    if (vips_image_get_typeof(image, VIPS_META_LOADER) != 0 &&
+        vips_image_get_string(image, VIPS_META_LOADER, &loader) == 0 && std::strncmp(loader, "heif", 4) == 0)
+        return true;
+    return loader != nullptr && std::strncmp(loader, "png", 3) == 0 &&
+           vips_image_get_typeof(image, "interlaced") != 0;
+}
+
+void checkSize(VipsImage* image)
+{
+    const qint64 pixels = qint64{vips_image_get_width(image)} * vips_image_get_height(image);
+    const qint64 most = needsAllOfItInMemory(image) ? kMostPixelsInMemory : kMostPixels;
+    if (pixels > most)
+        throw ImagingFailure(ImagingFailure::Case::TooLarge, QStringLiteral("%1 pixels").arg(pixels));
+}
+
+} // namespace
+
+ImageInput ImageInput::fromFile(const QString& path)
+{
+    ImageInput input;
+    // Not to be kept waiting by a named pipe.
+    input.m_descriptor =
+        ::open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
+    struct stat status {};
+    if (input.m_descriptor < 0 || ::fstat(input.m_descriptor, &status) != 0 || !S_ISREG(status.st_mode))
+        throw ImagingFailure(ImagingFailure::Case::NotAnImage, QStringLiteral("no readable file"));
+    return input;
+}
+
+ImageInput ImageInput::fromBytes(QByteArray bytes)
+{
+    ImageInput input;
+    input.m_bytes = std::move(bytes);
+    return input;
+}
+
+ImageInput::~ImageInput()
+{
+    if (m_descriptor >= 0)
+        ::close(m_descriptor);
+}
+
+ImageInput::ImageInput(ImageInput&& other) noexcept
+    : m_descriptor(std::exchange(other.m_descriptor, -1)),
+      m_bytes(std::move(other.m_bytes))
+{
+}
+
+GObjectPointer<VipsSource> ImageInput::source() const
+{
+    VipsSource* made = nullptr;
+    if (m_descriptor < 0) {
+        made = vips_source_new_from_memory(m_bytes.constData(), static_cast<size_t>(m_bytes.size()));
+    } else if (::lseek(m_descriptor, 0, SEEK_SET) == 0) {
+        made = vips_source_new_from_descriptor(m_descriptor);
+    }
+    if (made == nullptr)
+        throw vipsFailure();
+    return GObjectPointer<VipsSource>(made);
+}
+
+GObjectPointer<VipsImage> ImageInput::image(VipsAccess access) const
+{
+    const GObjectPointer<VipsSource> from = source();
+    GObjectPointer<VipsImage> image(
+        vips_image_new_from_source(from.get(), "", "access", access, "fail_on", VIPS_FAIL_ON_ERROR, nullptr));
+    if (!image)
+        throw vipsFailure();
+    checkSize(image.get());
+    return image;
+}
+
+ImageHeader ImageInput::header() const
+{
+    const GObjectPointer<VipsImage> opened = image(VIPS_ACCESS_SEQUENTIAL);
+    return {QSize(vips_image_get_width(opened.get()), vips_image_get_height(opened.get())),
+            vips_image_get_orientation(opened.get())};
+}
+
+GObjectPointer<VipsImage> ImageInput::thumbnail(int maximumPixelSize) const
+{
+    (void)header();
+    const auto make = [&](const char* profileOption, const char* profile) {
+        const GObjectPointer<VipsSource> from = source();
+        VipsImage* made = nullptr;
+        vips_thumbnail_source(from.get(), &made, maximumPixelSize, "height", maximumPixelSize, "size",
+                              VIPS_SIZE_DOWN, "fail_on", VIPS_FAIL_ON_ERROR, profileOption, profile, nullptr);
+        return GObjectPointer<VipsImage>(made);
+    };
+    GObjectPointer<VipsImage> result = make("export_profile", "srgb");
+    if (!result) {
+        // A damaged colour profile is no reason to show nothing.
+        const bool profile = QByteArrayView(vips_error_buffer()).contains("icc");
+        if (!profile)
+            throw vipsFailure();
+        vips_error_clear();
+        result = make(nullptr, nullptr);
+    }
+    if (!result)
+        throw vipsFailure();
+    return result;
+}
+
+} // namespace tessary::imaging

@@ -1,0 +1,117 @@
+#include "workers/imaging/ImagingRequests.h"
+
+#include "workers/imaging/BitmapReader.h"
+#include "workers/imaging/ImageInput.h"
+#include "workers/imaging/ImagingProtocol.h"
+#include "workers/imaging/PictureConversion.h"
+#include "workers/imaging/VipsLibrary.h"
+
+#include <QCborValue>
+
+#include <new>
+
+namespace tessary::imaging {
+namespace {
+
+constexpr qint64 kLargestSide = 65535; // of a JPEG
+
+QString pathOf(const QCborMap& request)
+{
+    const QString path = request.value(kPath).toString();
+    if (path.isEmpty())
+        throw ImagingFailure(ImagingFailure::Case::BadRequest, QStringLiteral("path"));
+    return path;
+}
+
+int numberOf(const QCborMap& request, QLatin1String name, qint64 most)
+{
+    const qint64 number = request.value(name).toInteger(-1);
+    if (number < 1 || number > most)
+        throw ImagingFailure(ImagingFailure::Case::BadRequest, QString(name));
+    return static_cast<int>(number);
+}
+
+QCborMap pixelSize(const QCborMap& request)
+{
+    const QSize size = ImageInput::fromFile(pathOf(request)).header().size;
+    return {{kWidth, size.width()}, {kHeight, size.height()}};
+}
+
+QCborMap thumbnail(const QCborMap& request)
+{
+    const int quality = numberOf(request, kQuality, 100);
+    const ImageInput input = ImageInput::fromFile(pathOf(request));
+    const GObjectPointer<VipsImage> image =
+        input.thumbnail(numberOf(request, kMaximumPixelSize, kLargestSide));
+    return {{kBytes, toJpeg(image.get(), quality)}};
+}
+
+QCborMap decode(const QCborMap& request)
+{
+    const ImageInput input = ImageInput::fromFile(pathOf(request));
+    const GObjectPointer<VipsImage> picture =
+        input.thumbnail(numberOf(request, kMaximumPixelSize, kLargestSide));
+    const QImage image = toQImage(picture.get());
+    const QByteArray bytes(reinterpret_cast<const char*>(image.constBits()), image.sizeInBytes());
+    return {{kWidth, image.width()},
+            {kHeight, image.height()},
+            {kOpaque, !image.hasAlphaChannel()},
+            {kBytes, bytes}};
+}
+
+QCborMap png(const QCborMap& request)
+{
+    const QByteArray bytes = request.value(kBytes).toByteArray();
+    if (isWindowsBitmap(bytes))
+        return {{kBytes, toPng(readWindowsBitmap(bytes).get())}};
+    allowFormats(AllowedFormats::Bitmaps);
+    const ImageInput input = ImageInput::fromBytes(bytes);
+    // Turning needs the pixels in any order; otherwise they stream through.
+    const bool upright = input.header().orientation == 1;
+    const GObjectPointer<VipsImage> image =
+        input.image(upright ? VIPS_ACCESS_SEQUENTIAL : VIPS_ACCESS_RANDOM);
+    return {{kBytes, toPng(image.get())}};
+}
+
+QCborMap perform(const QCborMap& request)
+{
+    allowFormats(AllowedFormats::Files);
+    const QString operation = request.value(kOperation).toString();
+    if (operation == kPixelSize)
+        return pixelSize(request);
+    if (operation == kThumbnail)
+        return thumbnail(request);
+    if (operation == kDecode)
+        return decode(request);
+    if (operation == kPng)
+        return png(request);
+    throw ImagingFailure(ImagingFailure::Case::BadRequest, QStringLiteral("operation"));
+}
+
+QLatin1String wordFor(ImagingFailure::Case which)
+{
+    switch (which) {
+    case ImagingFailure::Case::TooLarge:
+        return kTooLarge;
+    case ImagingFailure::Case::BadRequest:
+        return kBadRequest;
+    case ImagingFailure::Case::NotAnImage:
+        break;
+    }
+    return kNotAnImage;
+}
+
+} // namespace
+
+QCborMap answerImagingRequest(const QCborMap& request)
+{
+    try {
+        return perform(request);
+    } catch (const ImagingFailure& failure) {
+        return {{kError, wordFor(failure.which())}, {kDetail, failure.localizedDescription()}};
+    } catch (const std::bad_alloc&) {
+        return {{kError, kTooLarge}, {kDetail, QStringLiteral("no memory")}};
+    }
+}
+
+} // namespace tessary::imaging
