@@ -1,0 +1,79 @@
+#pragma once
+
+#include "base/SerialLane.h"
+#include "capture/ImportJournal.h"
+#include "capture/KeyedGate.h"
+#include "capture/SourceApplicationSnapshot.h"
+#include "platform/ApplicationIcons.h"
+#include "platform/Clock.h"
+#include "platform/ImageCodec.h"
+#include "store/AppPaths.h"
+#include "store/SQLiteStore.h"
+
+#include <functional>
+
+namespace tessary {
+
+/// Whether content that the library holds already counts as captured once more.
+enum class CountDuplicate { No, Yes };
+
+/// Turns one captured thing into at most one new item of the library. To be called on the main thread; file
+/// work happens on its lane, so that imports go on while another waits for its file to be complete.
+class ScreenshotImporter {
+public:
+    using Record = std::optional<ScreenshotRecord>;
+
+    ScreenshotImporter(AppPaths paths, SQLiteStore& store, ImageCodec& imageCodec, ApplicationIcons& icons,
+                       Clock& clock);
+
+    /// Imports copied text or a copied picture.
+    /// @returns the new item; nothing when the library holds the content already, which is counted.
+    /// @throws FileError (ReadCorruptFile for bytes that are no picture), StoreError, PersistenceError.
+    [[nodiscard]] QCoro::Task<Record> importClipboardPayload(ClipboardPayload payload,
+                                                             std::optional<SourceApplicationSnapshot> source);
+    /// Imports a picture file, once it has stopped growing.
+    /// @returns the new item; nothing for other kinds of files and for content that the library holds.
+    /// @throws as above.
+    [[nodiscard]] QCoro::Task<Record>
+    importFile(QString path, std::optional<SourceApplicationSnapshot> source, CountDuplicate countDuplicate);
+
+    /// Once at start-up, before anything is imported: finishes or undoes what an earlier run left half done.
+    /// Copied pictures whose temporary file is still there are imported, attributed by `sourceAt`.
+    /// @returns whether the library changed. @throws nothing that concerns a single picture.
+    [[nodiscard]] QCoro::Task<bool>
+    recover(std::function<std::optional<SourceApplicationSnapshot>(Date)> sourceAt);
+
+private:
+    /// A file to import and the name it goes by, which differs for pictures copied within one second.
+    struct Source {
+        QString path;
+        QString nominalPath;
+    };
+    QCoro::Task<> undoInterrupted();
+    QCoro::Task<bool> recoverPicture(QString fileName, std::optional<SourceApplicationSnapshot> application);
+    QCoro::Task<Record> importText(QString text, std::optional<SourceApplicationSnapshot> application);
+    QCoro::Task<Record> importImage(QByteArray bytes, std::optional<SourceApplicationSnapshot> application);
+    QCoro::Task<Record> importSource(Source source, std::optional<SourceApplicationSnapshot> application,
+                                     CountDuplicate countDuplicate);
+    QCoro::Task<Record> addImage(Source source, ScreenshotRecord record,
+                                 std::optional<SourceApplicationSnapshot> application);
+    QCoro::Task<bool> insertOrDiscard(ScreenshotRecord record);
+    QCoro::Task<> waitUntilStable(QString path);
+    QCoro::Task<QSize> pixelSize(QString path);
+    QCoro::Task<std::optional<QString>> createThumbnail(QString source, QUuid id);
+    QCoro::Task<std::optional<QString>> saveAppIcon(std::optional<SourceApplicationSnapshot> application,
+                                                    QUuid id);
+    [[nodiscard]] Source claimTemporary();
+
+    AppPaths m_paths;
+    SQLiteStore& m_store;
+    ImageCodec& m_imageCodec;
+    ApplicationIcons& m_icons;
+    Clock& m_clock;
+    ImportJournal m_journal;
+    KeyedGate m_hashes;           // content being imported
+    QStringList m_temporaryPaths; // in use by imports of copied pictures
+    SerialLane m_lane;
+};
+
+} // namespace tessary
