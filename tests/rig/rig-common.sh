@@ -2,6 +2,8 @@
 # What x11-session and sway-session share: a person with an empty home, a session bus, helpers in
 # the background, and an end that leaves no process and no file behind. Sourced, not run.
 set -u
+# shellcheck source=tests/rig/until.sh
+. "$(dirname "$(readlink -f "${BASH_SOURCE[0]}")")/until.sh"
 rig_name=${0##*/}
 if [ $# -eq 0 ]; then
     sed -n '2,/^[^#]/{s/^# \{0,1\}//p}' "$0" >&2
@@ -119,14 +121,10 @@ run_command() {
     finish $?
 }
 
-until_ok() { # until_ok WHAT COMMAND...: asks every 0.1 s, for up to 20 s
-    local what=$1 _
+until_ok() { # until_ok WHAT COMMAND...
+    local what=$1
     shift
-    for _ in {1..200}; do
-        "$@" >/dev/null 2>&1 && return
-        sleep 0.1
-    done
-    fail "$what did not come up"
+    until_true "$@" || fail "$what did not come up"
 }
 
 # --- a person with an empty home -------------------------------------------------

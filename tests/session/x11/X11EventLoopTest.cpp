@@ -38,7 +38,7 @@ std::chrono::nanoseconds processorTime()
 std::chrono::nanoseconds processorTimeWhileIdle(X11EventLoop& loop)
 {
     const auto before = on(loop, processorTime);
-    // Not waiting for something: the absence of activity is what is measured.
+    // lint-allow(sleep): nothing is waited for; the absence of activity is what is measured.
     std::this_thread::sleep_for(333ms);
     return on(loop, processorTime) - before;
 }

@@ -99,11 +99,12 @@ TEST_F(SQLiteStoreTest, ChangesReachBothStores)
     record.isDeleted = true;
     record.deletedAt = Date{8};
     expectSame(record);
-    EXPECT_EQ(Projection(SQLiteStore::projectionPath(databasePath()))
-                  .connection()
-                  .integerResult(
-                      "SELECT count(*) FROM screenshots_fts_v5 WHERE screenshots_fts_v5 MATCH '\"biao qian\"'"),
-              1);
+    EXPECT_EQ(
+        Projection(SQLiteStore::projectionPath(databasePath()))
+            .connection()
+            .integerResult(
+                "SELECT count(*) FROM screenshots_fts_v5 WHERE screenshots_fts_v5 MATCH '\"biao qian\"'"),
+        1);
 }
 
 TEST_F(SQLiteStoreTest, ChangesToAnUnknownItemDoNothing)
