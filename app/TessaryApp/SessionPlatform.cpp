@@ -2,13 +2,16 @@
 
 #include <QIcon>
 
+#include <clocale>
+
 namespace tessary {
 
 SessionPlatform::SessionPlatform()
     : m_settings(m_folders.configuration() + QStringLiteral("/Tessary/settings.ini")),
       m_screenshotTool(m_folders),
       m_icons(m_folders.dataFolders(), QIcon::themeName()),
-      m_workspace(DesktopEntries(m_folders.dataFolders()))
+      m_workspace(
+          DesktopEntries(m_folders.dataFolders(), QString::fromLatin1(std::setlocale(LC_MESSAGES, nullptr))))
 {
 }
 
