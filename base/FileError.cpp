@@ -1,7 +1,6 @@
 #include "base/FileError.h"
 
 #include <QCoreApplication>
-#include <QFileInfo>
 
 #include <cerrno>
 
@@ -30,9 +29,8 @@ FileError FileError::fromErrno(int code, const QString& path, Operation operatio
 
 QString FileError::localizedDescription() const
 {
-    const QString name = QFileInfo(m_path).fileName();
     const auto sentence = [&](const char* text) {
-        return QCoreApplication::translate("FileError", text).arg(name);
+        return QCoreApplication::translate("FileError", text).arg(m_path);
     };
     switch (m_case) {
     case Case::ReadNoSuchFile:

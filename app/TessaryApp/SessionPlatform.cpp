@@ -1,13 +1,27 @@
 #include "app/TessaryApp/SessionPlatform.h"
 
+#include "base/FileError.h"
+
 #include <QIcon>
 
 #include <clocale>
 
 namespace tessary {
+namespace {
+
+QString settingsPath(const XdgFolders& folders)
+{
+    try {
+        return folders.configuration() + QStringLiteral("/Tessary/settings.ini");
+    } catch (const FileError&) {
+        return {}; // a person without a home has settings for as long as the program runs
+    }
+}
+
+} // namespace
 
 SessionPlatform::SessionPlatform()
-    : m_settings(m_folders.configuration() + QStringLiteral("/Tessary/settings.ini")),
+    : m_settings(settingsPath(m_folders)),
       m_screenshotTool(m_folders),
       m_icons(m_folders.dataFolders(), QIcon::themeName()),
       m_workspace(

@@ -86,10 +86,8 @@ QStringList XdgFolders::dataFolders() const
 
 QString XdgFolders::home() const
 {
-    QString path = absolutePathIn("HOME");
-    if (path.isEmpty())
-        path = homeOfUserDatabase();
-    return QFileInfo(path).isDir() ? path : QString();
+    const QString given = absolutePathIn("HOME");
+    return given.isEmpty() ? homeOfUserDatabase() : given;
 }
 
 QString XdgFolders::folder(const char* variable, const QString& belowHome) const

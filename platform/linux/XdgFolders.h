@@ -23,7 +23,7 @@ public:
     [[nodiscard]] QString pictures() const;
     /// Where programs' shared data lies, the person's own folder first.
     [[nodiscard]] QStringList dataFolders() const;
-    /// $HOME, else the user database's entry; empty when that is no folder.
+    /// $HOME, else the user database's entry, whether or not it is there; empty without either.
     [[nodiscard]] QString home() const;
 
 private:

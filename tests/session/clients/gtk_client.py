@@ -15,6 +15,10 @@ import sys
 
 import gi
 
+# GTK takes the class of its windows from the program's name, once, when it is imported.
+if "--class" in sys.argv:
+    sys.argv[0] = sys.argv[sys.argv.index("--class") + 1]
+
 gi.require_version("Gtk", "3.0")
 gi.require_version("Gdk", "3.0")
 from gi.repository import Gdk, GLib, Gtk  # noqa: E402
@@ -49,8 +53,6 @@ class Client:
         self.window.add(Gtk.Label(label=options.window or ""))
         self.window.connect("destroy", Gtk.main_quit)
         self.window.connect("selection-get", self.serve)
-        if options.wm_class:
-            self.window.set_wmclass(options.wm_class.lower(), options.wm_class)
         if options.window:
             self.window.connect("notify::is-active", lambda *_: self.window.is_active() and self.own())
             self.window.show_all()

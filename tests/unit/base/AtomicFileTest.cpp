@@ -59,7 +59,7 @@ TEST(AtomicFileTest, NamesAFullDisk)
     const FileError error =
         FileError::fromErrno(ENOSPC, QStringLiteral("x/y.png"), FileError::Operation::Write);
     EXPECT_EQ(error.which(), FileError::Case::WriteOutOfSpace);
-    EXPECT_EQ(error.localizedDescription(), QStringLiteral("磁盘空间不足，无法写入“y.png”。"));
+    EXPECT_EQ(error.localizedDescription(), QStringLiteral("磁盘空间不足，无法写入“x/y.png”。"));
 }
 
 } // namespace
