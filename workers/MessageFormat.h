@@ -31,6 +31,9 @@ private:
     Case m_case;
 };
 
+/// The exit code of a worker whose memory did not suffice for a request.
+constexpr int kWorkerOutOfMemory = 4;
+
 /// A message is its length in bytes (32 bits, big endian), then one CBOR map of that length.
 constexpr qint64 kMaximumMessageSize = 600LL * 1024 * 1024;
 

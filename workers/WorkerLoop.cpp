@@ -7,6 +7,7 @@
 #include <cstring>
 #include <fcntl.h>
 #include <malloc.h>
+#include <new>
 #include <sys/prctl.h>
 #include <sys/resource.h>
 #include <unistd.h>
@@ -38,6 +39,8 @@ void applyWorkerLimits(const WorkerLimits& limits)
 {
     ::prctl(PR_SET_PDEATHSIG, SIGKILL);
     setLimit(RLIMIT_CORE, 0);
+    // A library that tries to write a file is to get an error, not a signal.
+    std::signal(SIGXFSZ, SIG_IGN);
     setLimit(RLIMIT_FSIZE, 0);
     if (limits.addressSpaceBytes > 0)
         setLimit(RLIMIT_AS, static_cast<rlim_t>(limits.addressSpaceBytes));
@@ -59,7 +62,7 @@ std::chrono::seconds restFromArguments(int argc, char** argv, std::chrono::secon
     return otherwise;
 }
 
-int serveRequests(std::chrono::milliseconds rest, const std::function<QCborMap(const QCborMap&)>& answer)
+int serveRequests(std::chrono::milliseconds rest, const std::function<QCborMap(QCborMap&)>& answer)
 {
     constexpr int kMalformedRequest = 2;
     const int output = takeStandardOutput();
@@ -75,6 +78,8 @@ int serveRequests(std::chrono::milliseconds rest, const std::function<QCborMap(c
         return 0;
     } catch (const MessageError& error) {
         return error.which() == MessageError::Case::Closed ? 0 : kMalformedRequest;
+    } catch (const std::bad_alloc&) {
+        return kWorkerOutOfMemory;
     }
 }
 

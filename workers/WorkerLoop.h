@@ -19,9 +19,10 @@ void applyWorkerLimits(const WorkerLimits& limits);
 [[nodiscard]] std::chrono::seconds restFromArguments(int argc, char** argv, std::chrono::seconds otherwise);
 
 /// Answers the requests on standard input, one at a time, on standard output (which is taken from the rest
-/// of the program), until the input ends or nothing came for `rest`.
-/// @returns the exit code: 0 then, 2 for a malformed request.
+/// of the program), until the input ends or nothing came for `rest`. Whoever answers may empty the request,
+/// to hold large bytes only once.
+/// @returns the exit code: 0 then, 2 for a malformed request, kWorkerOutOfMemory for one too large to hold.
 [[nodiscard]] int serveRequests(std::chrono::milliseconds rest,
-                                const std::function<QCborMap(const QCborMap&)>& answer);
+                                const std::function<QCborMap(QCborMap&)>& answer);
 
 } // namespace tessary

@@ -9,7 +9,7 @@
 #include <poll.h>
 #include <pthread.h>
 #include <spawn.h>
-#include <sys/pidfd.h>
+#include <sys/syscall.h>
 #include <sys/wait.h>
 #include <system_error>
 #include <unistd.h>
@@ -41,6 +41,12 @@ Pipe makePipe()
 void makeNonBlocking(const OwnedDescriptor& descriptor)
 {
     ::fcntl(descriptor.get(), F_SETFL, ::fcntl(descriptor.get(), F_GETFL) | O_NONBLOCK);
+}
+
+/// A pidfd. The C library's own function cannot be linked from C++ before glibc 2.37.
+int openHandle(pid_t process)
+{
+    return static_cast<int>(::syscall(SYS_pidfd_open, process, 0));
 }
 
 /// What posix_spawn() wants to be told: the three standard descriptors and nothing else, default signals.
@@ -120,7 +126,7 @@ void ChildProcess::start(const WorkerCommand& command, int childInput, int child
                                     arguments.data(), environ);
     if (error != 0)
         throwSystemError(error, "posix_spawn");
-    m_handle = OwnedDescriptor(::pidfd_open(m_id, 0));
+    m_handle = OwnedDescriptor(openHandle(m_id));
     if (m_handle.get() < 0) {
         const int reason = errno;
         ::kill(m_id, SIGKILL);
@@ -131,7 +137,7 @@ void ChildProcess::start(const WorkerCommand& command, int childInput, int child
 
 void ChildProcess::kill() const
 {
-    ::pidfd_send_signal(m_handle.get(), SIGKILL, nullptr, 0);
+    ::syscall(SYS_pidfd_send_signal, m_handle.get(), SIGKILL, nullptr, 0);
 }
 
 int ChildProcess::finish()

@@ -82,6 +82,13 @@ QImage imageIn(const QCborMap& reply, int maximumPixelSize)
     return image;
 }
 
+/// What a JPEG can hold, which is more than anybody can see.
+int clampedSide(int maximumPixelSize)
+{
+    constexpr int kLargestSide = 65535;
+    return std::clamp(maximumPixelSize, 1, kLargestSide);
+}
+
 void writeResult(const QString& destination, const QByteArray& bytes)
 {
     try {
@@ -119,7 +126,8 @@ QCborMap ImagingWorkerCodec::request(const QCborMap& message)
     } catch (const WorkerError& error) {
         failure.emplace(caseFor(error.which()), error.detail());
     }
-    qCInfo(lcImaging, "request failed, case %d", int(failure->which()));
+    qCInfo(lcImaging, "request failed, case %d: %ls", int(failure->which()),
+           qUtf16Printable(failure->detail()));
     throw *failure;
 }
 
@@ -135,10 +143,11 @@ QCoro::Task<> ImagingWorkerCodec::writeThumbnail(QString source, QString destina
                                                  double quality)
 {
     const int wholeQuality = static_cast<int>(std::lround(std::clamp(quality, 0.01, 1.0) * 100));
-    const auto work = m_lane.post([this, source, destination, maximumPixelSize, wholeQuality] {
+    const int side = clampedSide(maximumPixelSize);
+    const auto work = m_lane.post([this, source, destination, side, wholeQuality] {
         writeResult(destination, bytesIn(request({{imaging::kOperation, imaging::kThumbnail},
                                                   {imaging::kPath, source},
-                                                  {imaging::kMaximumPixelSize, maximumPixelSize},
+                                                  {imaging::kMaximumPixelSize, side},
                                                   {imaging::kQuality, wholeQuality}})));
     });
     co_await work;
@@ -146,11 +155,12 @@ QCoro::Task<> ImagingWorkerCodec::writeThumbnail(QString source, QString destina
 
 QCoro::Task<QImage> ImagingWorkerCodec::decode(QString path, int maximumPixelSize)
 {
-    const auto work = m_lane.post([this, path, maximumPixelSize] {
+    const int side = clampedSide(maximumPixelSize);
+    const auto work = m_lane.post([this, path, side] {
         return imageIn(request({{imaging::kOperation, imaging::kDecode},
                                 {imaging::kPath, path},
-                                {imaging::kMaximumPixelSize, maximumPixelSize}}),
-                       maximumPixelSize);
+                                {imaging::kMaximumPixelSize, side}}),
+                       side);
     });
     co_return co_await work;
 }

@@ -96,6 +96,8 @@ std::optional<QCborMap> WorkerProcess::attempt(const QCborMap& message,
                                                                         : WorkerError::Case::Failed);
     }
     const int status = endChild();
+    if (WIFEXITED(status) && WEXITSTATUS(status) == kWorkerOutOfMemory)
+        throw WorkerError(WorkerError::Case::TooLarge);
     if (!WIFEXITED(status) || WEXITSTATUS(status) != 0)
         throw WorkerError(WorkerError::Case::Failed, QStringLiteral("status %1").arg(status));
     return std::nullopt;

@@ -16,7 +16,7 @@ public:
     enum class Case {
         Failed,   ///< It could not be started, crashed, or answered nonsense.
         TimedOut, ///< The deadline passed; it was killed.
-        TooLarge, ///< The request is more than a message may hold; nothing was sent.
+        TooLarge, ///< The request is more than a message, or the worker's memory, may hold.
     };
     explicit WorkerError(Case which, QString detail = {}) : m_case(which), m_detail(std::move(detail)) {}
 

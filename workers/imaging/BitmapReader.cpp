@@ -1,9 +1,12 @@
 #include "workers/imaging/BitmapReader.h"
 
-#include "workers/imaging/VipsLibrary.h"
+#include "workers/imaging/ImagingFailure.h"
 
 #include <QBuffer>
 #include <QImageReader>
+#include <QtEndian>
+
+#include <cstdlib>
 
 namespace tessary::imaging {
 namespace {
@@ -11,45 +14,43 @@ namespace {
 constexpr qint64 kMostPixels = 1LL << 28;
 constexpr int kMostMegabytes = 1200;
 
-QImage decode(const QByteArray& bytes)
+/// Looked up by ourselves, since Qt does not tell a large picture from a damaged one.
+QSize promisedSize(const QByteArray& bytes)
 {
-    QBuffer buffer;
-    buffer.setData(bytes);
-    if (!buffer.open(QIODevice::ReadOnly))
-        throw ImagingFailure(ImagingFailure::Case::NotAnImage);
-    QImageReader::setAllocationLimit(kMostMegabytes);
-    QImageReader reader(&buffer, QByteArrayLiteral("bmp"));
-    const QSize size = reader.size();
-    if (!size.isValid() || size.isEmpty())
-        throw ImagingFailure(ImagingFailure::Case::NotAnImage, QStringLiteral("bitmap header"));
-    if (qint64{size.width()} * size.height() > kMostPixels)
+    constexpr qsizetype kHeaderSizeAt = 14;
+    constexpr qsizetype kWidthAt = 18;
+    constexpr qsizetype kHeightAt = 22;
+    constexpr quint32 kOldHeaderSize = 12; // with 16-bit sides, which are never too large
+    constexpr qint32 kMostNegative = std::numeric_limits<qint32>::min();
+    if (bytes.size() < kHeightAt + qsizetype{sizeof(qint32)} ||
+        qFromLittleEndian<quint32>(bytes.constData() + kHeaderSizeAt) <= kOldHeaderSize)
+        return {};
+    const auto width = qFromLittleEndian<qint32>(bytes.constData() + kWidthAt);
+    // Negative where the first row is the top one.
+    const auto height = qFromLittleEndian<qint32>(bytes.constData() + kHeightAt);
+    return {width, height == kMostNegative ? 0 : std::abs(height)};
+}
+
+void checkSize(QSize size)
+{
+    if (!size.isValid())
+        return;
+    // Qt reports a lack of memory as damage, so it is looked for here.
+    if (qint64{size.width()} * size.height() > kMostPixels || QImage(size, QImage::Format_RGB32).isNull())
         throw ImagingFailure(ImagingFailure::Case::TooLarge, QStringLiteral("bitmap size"));
-    QImage image = reader.read();
-    if (image.isNull() && buffer.pos() < buffer.size() && reader.error() == QImageReader::InvalidDataError &&
-        qint64{size.width()} * size.height() * 4 > qint64{kMostMegabytes} * 1024 * 1024)
-        throw ImagingFailure(ImagingFailure::Case::TooLarge, QStringLiteral("bitmap memory"));
+}
+
+/// The bytes are given back before the picture is worked on.
+QImage decode(QByteArray bytes)
+{
+    checkSize(promisedSize(bytes));
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::ReadOnly);
+    QImageReader::setAllocationLimit(kMostMegabytes);
+    QImage image = QImageReader(&buffer, QByteArrayLiteral("bmp")).read();
     if (image.isNull())
         throw ImagingFailure(ImagingFailure::Case::NotAnImage, QStringLiteral("bitmap data"));
     return image;
-}
-
-/// Rows without padding, as libvips wants them.
-GObjectPointer<VipsImage> copyToVips(const QImage& image, int bands)
-{
-    VipsImage* whole = vips_image_new_from_memory(image.constBits(), static_cast<size_t>(image.sizeInBytes()),
-                                                  image.width(), image.height(), 4, VIPS_FORMAT_UCHAR);
-    if (whole == nullptr)
-        throw vipsFailure();
-    const GObjectPointer<VipsImage> holder(whole);
-    whole->Type = VIPS_INTERPRETATION_sRGB;
-    VipsImage* part = nullptr;
-    if (vips_extract_band(whole, &part, 0, "n", bands, nullptr) != 0)
-        throw vipsFailure();
-    const GObjectPointer<VipsImage> pipeline(part);
-    VipsImage* copy = vips_image_copy_memory(part);
-    if (copy == nullptr)
-        throw vipsFailure();
-    return GObjectPointer<VipsImage>(copy);
 }
 
 } // namespace
@@ -59,14 +60,13 @@ bool isWindowsBitmap(const QByteArray& bytes)
     return bytes.startsWith("BM");
 }
 
-GObjectPointer<VipsImage> readWindowsBitmap(const QByteArray& bytes)
+QImage readWindowsBitmap(QByteArray bytes)
 {
-    QImage image = decode(bytes);
-    const bool transparent = image.hasAlphaChannel();
-    image.convertTo(QImage::Format_RGBA8888);
+    QImage image = decode(std::move(bytes));
+    image.convertTo(image.hasAlphaChannel() ? QImage::Format_RGBA8888 : QImage::Format_RGBX8888);
     if (image.isNull())
         throw ImagingFailure(ImagingFailure::Case::TooLarge, QStringLiteral("bitmap memory"));
-    return copyToVips(image, transparent ? 4 : 3);
+    return image;
 }
 
 } // namespace tessary::imaging

@@ -1,9 +1,10 @@
 #include "workers/imaging/ImageInput.h"
 
-#include "workers/imaging/VipsLibrary.h"
+#include "workers/imaging/FormatSignature.h"
 
 #include <QFile>
 
+#include <array>
 #include <cstring>
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -25,12 +26,32 @@ bool needsAllOfItInMemory(VipsImage* image)
            vips_image_get_typeof(image, "interlaced") != 0;
 }
 
+void checkSignature(QByteArrayView bytes, AllowedFormats formats)
+{
+    if (!beginsAsAllowed(bytes, formats))
+        throw ImagingFailure(ImagingFailure::Case::NotAnImage, QStringLiteral("signature"));
+}
+
 void checkSize(VipsImage* image)
 {
     const qint64 pixels = qint64{vips_image_get_width(image)} * vips_image_get_height(image);
     const qint64 most = needsAllOfItInMemory(image) ? kMostPixelsInMemory : kMostPixels;
     if (pixels > most)
         throw ImagingFailure(ImagingFailure::Case::TooLarge, QStringLiteral("%1 pixels").arg(pixels));
+}
+
+/// The transform comes last, over the few pixels that are left. (libvips' own option for thumbnails changes
+/// pictures without a profile too, and makes white a little green.)
+GObjectPointer<VipsImage> intoSrgb(GObjectPointer<VipsImage> image)
+{
+    if (vips_image_get_typeof(image.get(), VIPS_META_ICC_NAME) == 0)
+        return image;
+    VipsImage* transformed = nullptr;
+    if (vips_icc_transform(image.get(), &transformed, "srgb", "embedded", TRUE, nullptr) == 0)
+        return GObjectPointer<VipsImage>(transformed);
+    // A damaged profile is no reason to show nothing.
+    vips_error_clear();
+    return image;
 }
 
 } // namespace
@@ -44,11 +65,15 @@ ImageInput ImageInput::fromFile(const QString& path)
     struct stat status {};
     if (input.m_descriptor < 0 || ::fstat(input.m_descriptor, &status) != 0 || !S_ISREG(status.st_mode))
         throw ImagingFailure(ImagingFailure::Case::NotAnImage, QStringLiteral("no readable file"));
+    std::array<char, kSignatureSize> start{};
+    const ssize_t count = ::pread(input.m_descriptor, start.data(), start.size(), 0);
+    checkSignature(QByteArrayView(start.data(), std::max<ssize_t>(count, 0)), AllowedFormats::Files);
     return input;
 }
 
 ImageInput ImageInput::fromBytes(QByteArray bytes)
 {
+    checkSignature(bytes, AllowedFormats::Bitmaps);
     ImageInput input;
     input.m_bytes = std::move(bytes);
     return input;
@@ -100,25 +125,13 @@ ImageHeader ImageInput::header() const
 GObjectPointer<VipsImage> ImageInput::thumbnail(int maximumPixelSize) const
 {
     (void)header();
-    const auto make = [&](const char* profileOption, const char* profile) {
-        const GObjectPointer<VipsSource> from = source();
-        VipsImage* made = nullptr;
-        vips_thumbnail_source(from.get(), &made, maximumPixelSize, "height", maximumPixelSize, "size",
-                              VIPS_SIZE_DOWN, "fail_on", VIPS_FAIL_ON_ERROR, profileOption, profile, nullptr);
-        return GObjectPointer<VipsImage>(made);
-    };
-    GObjectPointer<VipsImage> result = make("export_profile", "srgb");
-    if (!result) {
-        // A damaged colour profile is no reason to show nothing.
-        const bool profile = QByteArrayView(vips_error_buffer()).contains("icc");
-        if (!profile)
-            throw vipsFailure();
-        vips_error_clear();
-        result = make(nullptr, nullptr);
-    }
-    if (!result)
+    const GObjectPointer<VipsSource> from = source();
+    VipsImage* made = nullptr;
+    // Its own argument "fail_on" has no effect on sources in 8.14.
+    if (vips_thumbnail_source(from.get(), &made, maximumPixelSize, "height", maximumPixelSize, "size",
+                              VIPS_SIZE_DOWN, "option_string", "[fail_on=error]", nullptr) != 0)
         throw vipsFailure();
-    return result;
+    return intoSrgb(GObjectPointer<VipsImage>(made));
 }
 
 } // namespace tessary::imaging

@@ -21,8 +21,9 @@ struct ImageHeader {
 /// Members throw ImagingFailure.
 class ImageInput {
 public:
+    /// A regular file of one of AllowedFormats::Files.
     [[nodiscard]] static ImageInput fromFile(const QString& path);
-    /// Shares the bytes.
+    /// One of AllowedFormats::Bitmaps. Shares the bytes.
     [[nodiscard]] static ImageInput fromBytes(QByteArray bytes);
     ~ImageInput();
     ImageInput(ImageInput&& other) noexcept;

@@ -59,13 +59,15 @@ QCborMap decode(const QCborMap& request)
             {kBytes, bytes}};
 }
 
-QCborMap png(const QCborMap& request)
+QCborMap png(QCborMap& request)
 {
-    const QByteArray bytes = request.value(kBytes).toByteArray();
+    QByteArray bytes = request.value(kBytes).toByteArray();
+    // They may be a good part of the memory there is.
+    request = QCborMap();
     if (isWindowsBitmap(bytes))
-        return {{kBytes, toPng(readWindowsBitmap(bytes).get())}};
+        return {{kBytes, toPng(readWindowsBitmap(std::move(bytes)))}};
     allowFormats(AllowedFormats::Bitmaps);
-    const ImageInput input = ImageInput::fromBytes(bytes);
+    const ImageInput input = ImageInput::fromBytes(std::move(bytes));
     // Turning needs the pixels in any order; otherwise they stream through.
     const bool upright = input.header().orientation == 1;
     const GObjectPointer<VipsImage> image =
@@ -73,7 +75,7 @@ QCborMap png(const QCborMap& request)
     return {{kBytes, toPng(image.get())}};
 }
 
-QCborMap perform(const QCborMap& request)
+QCborMap perform(QCborMap& request)
 {
     allowFormats(AllowedFormats::Files);
     const QString operation = request.value(kOperation).toString();
@@ -103,7 +105,7 @@ QLatin1String wordFor(ImagingFailure::Case which)
 
 } // namespace
 
-QCborMap answerImagingRequest(const QCborMap& request)
+QCborMap answerImagingRequest(QCborMap& request)
 {
     try {
         return perform(request);

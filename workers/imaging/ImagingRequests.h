@@ -4,7 +4,8 @@
 
 namespace tessary::imaging {
 
-/// Does what one request asks for and returns the reply; failures are replies too. See ImagingProtocol.
-[[nodiscard]] QCborMap answerImagingRequest(const QCborMap& request);
+/// Does what one request asks for and returns the reply; failures are replies too. May empty the request. See
+/// ImagingProtocol.
+[[nodiscard]] QCborMap answerImagingRequest(QCborMap& request);
 
 } // namespace tessary::imaging

@@ -119,4 +119,23 @@ QByteArray toPng(VipsImage* image)
     return takeBuffer(memory, size);
 }
 
+QByteArray toPng(const QImage& image)
+{
+    constexpr int kBands = 4;
+    constexpr int kColours = 3;
+    // Borrows the pixels: such rows have no padding.
+    const Picture whole(vips_image_new_from_memory(image.constBits(),
+                                                   static_cast<size_t>(image.sizeInBytes()), image.width(),
+                                                   image.height(), kBands, VIPS_FORMAT_UCHAR));
+    if (!whole)
+        throw vipsFailure();
+    const int bands = image.hasAlphaChannel() ? kBands : kColours;
+    Picture picture =
+        apply([&](VipsImage** out) { return vips_extract_band(whole.get(), out, 0, "n", bands, nullptr); });
+    picture = apply([&](VipsImage** out) {
+        return vips_copy(picture.get(), out, "interpretation", VIPS_INTERPRETATION_sRGB, nullptr);
+    });
+    return toPng(picture.get());
+}
+
 } // namespace tessary::imaging

@@ -19,5 +19,7 @@ namespace tessary::imaging {
 
 /// PNG, upright, of 8 or 16 bits as the picture, with its colour profile but no other metadata.
 [[nodiscard]] QByteArray toPng(VipsImage* image);
+/// The same of an image in Format_RGBA8888, or in Format_RGBX8888, which becomes a PNG without transparency.
+[[nodiscard]] QByteArray toPng(const QImage& image);
 
 } // namespace tessary::imaging

@@ -50,8 +50,11 @@ ImagingFailure vipsFailure()
     constexpr qsizetype kLongestDetail = 200;
     const QString detail = QString::fromUtf8(vips_error_buffer()).simplified().left(kLongestDetail);
     vips_error_clear();
-    const bool memory = detail.contains(QLatin1String("memory"), Qt::CaseInsensitive) ||
-                        detail.contains(QLatin1String("allocat"), Qt::CaseInsensitive);
+    const auto says = [&](const char* text) {
+        return detail.contains(QLatin1String(text), Qt::CaseInsensitive);
+    };
+    // The last is what libjpeg says when JPEGMEM is used up.
+    const bool memory = says("memory") || says("allocat") || says("backing store");
     return ImagingFailure(memory ? ImagingFailure::Case::TooLarge : ImagingFailure::Case::NotAnImage, detail);
 }
 

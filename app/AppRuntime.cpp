@@ -1,0 +1,296 @@
+#include "app/AppRuntime.h"
+
+#include "app/ApplicationIdentity.h"
+#include "app/WindowPresenter.h"
+#include "capture/FrontmostAppTracker.h"
+#include "capture/ScreenshotImporter.h"
+#include "store/FileImageCache.h"
+
+#include <QCoreApplication>
+#include <QLoggingCategory>
+
+Q_LOGGING_CATEGORY(lcRuntime, "tessary.runtime")
+
+namespace tessary {
+namespace {
+
+constexpr double kRecoveredDistance = 600; // seconds; the heartbeat of the history comes every 300
+
+} // namespace
+
+AppRuntime::AppRuntime(Platform platform, WindowPresenter& windows)
+    : m_platform(platform),
+      m_windows(windows),
+      m_flows([this](const std::exception& error) { setLastError(localizedDescription(error)); }),
+      m_settings(platform.userDefaults, platform.screenshotTool, platform.folders),
+      m_directoryMonitor(platform.directories),
+      m_clipboardMonitor(platform.pasteboard, platform.clock, platform.imageCodec, m_flows),
+      m_hotKeyService(platform.hotKeys)
+{
+    refreshPermissions();
+    observeActivation();
+}
+
+AppRuntime::~AppRuntime()
+{
+    FileImageCache::shared().setSources(nullptr, {});
+}
+
+void AppRuntime::observeActivation()
+{
+    connect(&m_platform.workspace, &Workspace::applicationActivated, this,
+            [this](const RunningApplication& app) {
+                if (app.processIdentifier == QCoreApplication::applicationPid())
+                    refreshPermissions();
+            });
+}
+
+// --- starting and ending ----------------------------------------------------
+
+QCoro::Task<> AppRuntime::start()
+{
+    co_await openLibrary();
+    registerHotKeys();
+    co_await reconcile();
+    co_await recoverImports();
+    restartMonitoring();
+    co_await purgeExpiredTrash();
+    openRequestedWindow();
+}
+
+QCoro::Task<> AppRuntime::openLibrary()
+{
+    try {
+        const AppPaths paths = co_await m_libraryFiles.prepare(m_platform.folders);
+        m_paths = paths;
+        FileImageCache::shared().setSources(&m_platform.imageCodec, {paths.thumbnails, paths.appIcons});
+        m_store = co_await SQLiteStore::open(paths.database);
+        m_frontmostAppTracker = co_await FrontmostAppTracker::open(
+            paths.root + QStringLiteral("/FrontmostApps.json"), m_platform.workspace, m_platform.clock);
+        m_importer = std::make_unique<ScreenshotImporter>(paths, *m_store, m_platform.imageCodec,
+                                                          m_platform.applicationIcons, m_platform.clock);
+        installIntakes();
+    } catch (const std::exception& error) {
+        setLastError(localizedDescription(error));
+    }
+}
+
+void AppRuntime::installIntakes()
+{
+    m_clipboardIntake =
+        std::make_unique<ClipboardIntake>(m_settings, *m_frontmostAppTracker, *m_importer, m_flows);
+    connect(m_clipboardIntake.get(), &ClipboardIntake::libraryChanged, this, &AppRuntime::libraryChanged);
+    connect(m_clipboardIntake.get(), &ClipboardIntake::failed, this, &AppRuntime::setLastError);
+    m_clipboardMonitor.handler = [this](const ClipboardPayload& payload) {
+        m_clipboardIntake->take(payload);
+    };
+    m_fileIntake = std::make_unique<FileIntake>(m_settings, *m_frontmostAppTracker, *m_importer, m_flows);
+    connect(m_fileIntake.get(), &FileIntake::libraryChanged, this, &AppRuntime::libraryChanged);
+    connect(m_fileIntake.get(), &FileIntake::failed, this, &AppRuntime::setLastError);
+}
+
+QCoro::Task<> AppRuntime::reconcile()
+{
+    if (!m_store)
+        co_return;
+    try {
+        co_await m_store->reconcileProjection();
+    } catch (const std::exception& error) {
+        setLastError(tr("无法同步搜索索引：") + localizedDescription(error));
+    }
+}
+
+QCoro::Task<> AppRuntime::recoverImports()
+{
+    if (!m_importer)
+        co_return;
+    const std::function<std::optional<SourceApplicationSnapshot>(Date)> sourceAt = [this](Date time) {
+        return m_frontmostAppTracker->application(time, kRecoveredDistance);
+    };
+    const bool hasChanged = co_await m_importer->recover(sourceAt);
+    if (hasChanged)
+        Q_EMIT libraryChanged();
+}
+
+QCoro::Task<> AppRuntime::purgeExpiredTrash()
+{
+    if (!m_store)
+        co_return;
+    const QDateTime now = m_platform.clock.now().toDateTime();
+    const Date cutOff = Date::fromDateTime(now.addDays(-m_settings.trashRetentionDays()));
+    try {
+        const QList<ScreenshotRecord> purged = co_await m_store->purgeTrash(cutOff);
+        if (!purged.isEmpty()) {
+            co_await m_libraryFiles.removeFilesOf(purged);
+            Q_EMIT libraryChanged();
+        }
+    } catch (const std::exception& error) {
+        setLastError(tr("自动清理失败：") + localizedDescription(error));
+    }
+}
+
+void AppRuntime::openRequestedWindow()
+{
+    const QByteArray window = qgetenv("TESSARY_UI_TEST_WINDOW");
+    if (window == "quick")
+        toggleQuickSearch();
+    else if (window == "settings")
+        openSettings();
+}
+
+QCoro::Task<> AppRuntime::shutDown()
+{
+    stopMonitoring();
+    m_flows.cancel();
+    co_await m_flows.drained();
+}
+
+// --- watching ---------------------------------------------------------------
+
+void AppRuntime::restartMonitoring()
+{
+    stopMonitoring();
+    if (!m_store)
+        return;
+    m_clipboardMonitor.start();
+    setMonitoring(true);
+    try {
+        m_directoryMonitor.start(m_settings.monitoredDirectory(),
+                                 [this](const QString& path, ScreenshotDirectoryMonitor::Report report) {
+                                     m_fileIntake->importDiscoveredFile(path, report);
+                                 });
+    } catch (const std::exception& error) {
+        setLastError(tr("剪贴板记录仍在运行，但无法监听截图目录：") + localizedDescription(error));
+    }
+    qCInfo(lcRuntime, "monitoring started");
+}
+
+void AppRuntime::stopMonitoring()
+{
+    m_directoryMonitor.stop();
+    m_clipboardMonitor.stop();
+    setMonitoring(false);
+}
+
+void AppRuntime::toggleMonitoring()
+{
+    if (!m_isMonitoring)
+        return restartMonitoring();
+    stopMonitoring();
+    qCInfo(lcRuntime, "monitoring paused");
+}
+
+// --- shortcuts, permissions, windows ----------------------------------------
+
+void AppRuntime::registerHotKeys()
+{
+    m_flows.add(updateHotKeys());
+}
+
+QCoro::Task<> AppRuntime::updateHotKeys()
+{
+    using HotKey = GlobalHotKeyService::HotKey;
+    QList<GlobalHotKeyService::Binding> bindings;
+    bindings.append({HotKey::QuickSearch, m_settings.quickSearchShortcut(), [this] { toggleQuickSearch(); }});
+    bindings.append({HotKey::LocalOCR, m_settings.localOCRShortcut(), [this] { performLocalOCR(); }});
+    bindings.append(
+        {HotKey::ToggleMonitoring, m_settings.toggleMonitoringShortcut(), [this] { toggleMonitoring(); }});
+    m_hotKeyConflicts = co_await m_hotKeyService.registerHotKeys(bindings);
+    m_hotKeyAvailable = !m_hotKeyConflicts.contains(HotKey::QuickSearch);
+    if (!m_hotKeyConflicts.isEmpty())
+        qCWarning(lcRuntime, "%d global shortcuts are taken", static_cast<int>(m_hotKeyConflicts.size()));
+    Q_EMIT hotKeysChanged();
+}
+
+void AppRuntime::refreshPermissions()
+{
+    m_flows.add(updatePermissions());
+}
+
+QCoro::Task<> AppRuntime::updatePermissions()
+{
+    const PermissionState permissions = co_await m_platform.permissions.probe();
+    if (permissions == m_permissions)
+        co_return;
+    m_permissions = permissions;
+    Q_EMIT permissionsChanged();
+}
+
+void AppRuntime::toggleQuickSearch()
+{
+    if (m_windows.isQuickSearchVisible())
+        return m_windows.hideQuickSearch();
+    m_previousApplication = m_platform.workspace.frontmostApplication();
+    m_windows.showQuickSearch();
+}
+
+void AppRuntime::openSettings()
+{
+    m_windows.showSettings();
+}
+
+void AppRuntime::performLocalOCR()
+{
+    m_windows.showRegionSelection();
+}
+
+// --- what a person does to an item ------------------------------------------
+
+QCoro::Task<> AppRuntime::toggleFavorite(ScreenshotRecord record)
+{
+    if (!m_store)
+        co_return;
+    co_await m_store->setFavorite(record.id, !record.isFavorite);
+    Q_EMIT libraryChanged();
+}
+
+QCoro::Task<> AppRuntime::togglePinned(ScreenshotRecord record)
+{
+    if (!m_store)
+        co_return;
+    co_await m_store->setPinned(record.id, !record.isPinned);
+    Q_EMIT libraryChanged();
+}
+
+QCoro::Task<> AppRuntime::moveToTrash(ScreenshotRecord record)
+{
+    if (!m_store)
+        co_return;
+    co_await m_store->moveToTrash(record.id, m_platform.clock.now());
+    Q_EMIT libraryChanged();
+}
+
+QCoro::Task<> AppRuntime::saveMetadata(ScreenshotRecord record, QStringList tags, QString note)
+{
+    if (!m_store)
+        co_return;
+    co_await m_store->updateMetadata(record.id, tags, note);
+    Q_EMIT libraryChanged();
+}
+
+// --- what is published ------------------------------------------------------
+
+void AppRuntime::setMonitoring(bool isMonitoring)
+{
+    if (m_isMonitoring == isMonitoring)
+        return;
+    m_isMonitoring = isMonitoring;
+    Q_EMIT isMonitoringChanged();
+}
+
+void AppRuntime::setLastError(const QString& message)
+{
+    qCWarning(lcRuntime, "%s", qUtf8Printable(message));
+    m_lastError = message;
+    Q_EMIT lastErrorChanged();
+}
+
+void AppRuntime::clearLastError()
+{
+    if (!m_lastError)
+        return;
+    m_lastError.reset();
+    Q_EMIT lastErrorChanged();
+}
+
+} // namespace tessary

@@ -1,0 +1,113 @@
+#pragma once
+
+#include "app/AppSettings.h"
+#include "app/ClipboardIntake.h"
+#include "app/FileIntake.h"
+#include "app/GlobalHotKeyService.h"
+#include "app/LibraryFiles.h"
+#include "base/FlowSet.h"
+#include "capture/ClipboardMonitor.h"
+#include "capture/ScreenshotDirectoryMonitor.h"
+#include "platform/Platform.h"
+#include "store/AppPaths.h"
+#include "store/SQLiteStore.h"
+
+#include <QObject>
+
+namespace tessary {
+
+class FrontmostAppTracker;
+class ScreenshotImporter;
+class WindowPresenter;
+
+/// The one coordinator: owns every service, publishes what all windows observe, and delegates. Main thread
+/// only; lives as long as the program.
+class AppRuntime : public QObject {
+    Q_OBJECT
+public:
+    using HotKeys = QSet<GlobalHotKeyService::HotKey>;
+
+    /// Builds what needs no library. `start()` does the rest.
+    AppRuntime(Platform platform, WindowPresenter& windows);
+    ~AppRuntime() override;
+
+    /// Opens the library, brings its index in line, and begins to watch. A step that fails is told in
+    /// `lastError` and passed over.
+    [[nodiscard]] QCoro::Task<> start();
+    /// Stops watching and lets running imports end. Nothing else may be called afterwards.
+    [[nodiscard]] QCoro::Task<> shutDown();
+
+    [[nodiscard]] AppSettings& settings() { return m_settings; }
+    [[nodiscard]] SQLiteStore* store() const { return m_store.get(); } ///< Null when it did not open.
+    [[nodiscard]] bool isMonitoring() const { return m_isMonitoring; }
+    /// Whether the quick-search shortcut could be registered; the others do not count.
+    [[nodiscard]] bool hotKeyAvailable() const { return m_hotKeyAvailable; }
+    [[nodiscard]] const HotKeys& hotKeyConflicts() const { return m_hotKeyConflicts; }
+    [[nodiscard]] bool screenRecordingPermissionGranted() const { return m_permissions.screenRecording; }
+    [[nodiscard]] bool accessibilityPermissionGranted() const { return m_permissions.accessibility; }
+    [[nodiscard]] bool reminderPermissionGranted() const { return m_permissions.reminders; }
+    /// What to tell the person about the most recent failure.
+    [[nodiscard]] const std::optional<QString>& lastError() const { return m_lastError; }
+    void clearLastError();
+
+    /// Registers the three global shortcuts anew, as the settings have them.
+    void registerHotKeys();
+    /// Stops and restarts the watching of clipboard and folder; without a library it only stops.
+    void restartMonitoring();
+    void toggleMonitoring();
+    void toggleQuickSearch();
+    void openSettings();
+    /// Recognises the text in a region of the screen.
+    void performLocalOCR();
+    void refreshPermissions();
+
+    [[nodiscard]] QCoro::Task<> toggleFavorite(ScreenshotRecord record);
+    [[nodiscard]] QCoro::Task<> togglePinned(ScreenshotRecord record);
+    [[nodiscard]] QCoro::Task<> moveToTrash(ScreenshotRecord record);
+    [[nodiscard]] QCoro::Task<> saveMetadata(ScreenshotRecord record, QStringList tags, QString note);
+
+Q_SIGNALS:
+    void isMonitoringChanged();
+    void hotKeysChanged();
+    void permissionsChanged();
+    void lastErrorChanged();
+    /// The library's content changed ("TessaryLibraryDidChange").
+    void libraryChanged();
+
+private:
+    QCoro::Task<> openLibrary();
+    void installIntakes();
+    QCoro::Task<> reconcile();
+    QCoro::Task<> recoverImports();
+    QCoro::Task<> purgeExpiredTrash();
+    QCoro::Task<> updateHotKeys();
+    QCoro::Task<> updatePermissions();
+    void stopMonitoring();
+    void openRequestedWindow();
+    void observeActivation();
+    void setMonitoring(bool isMonitoring);
+    void setLastError(const QString& message);
+
+    Platform m_platform;
+    WindowPresenter& m_windows;
+    FlowSet m_flows;
+    AppSettings m_settings;
+    bool m_isMonitoring = false;
+    bool m_hotKeyAvailable = true;
+    HotKeys m_hotKeyConflicts;
+    PermissionState m_permissions;
+    std::optional<QString> m_lastError;
+    LibraryFiles m_libraryFiles;
+    std::optional<AppPaths> m_paths;
+    std::unique_ptr<SQLiteStore> m_store;
+    std::unique_ptr<FrontmostAppTracker> m_frontmostAppTracker;
+    std::unique_ptr<ScreenshotImporter> m_importer;
+    ScreenshotDirectoryMonitor m_directoryMonitor;
+    ClipboardMonitor m_clipboardMonitor;
+    GlobalHotKeyService m_hotKeyService;
+    std::unique_ptr<ClipboardIntake> m_clipboardIntake;
+    std::unique_ptr<FileIntake> m_fileIntake;
+    std::optional<RunningApplication> m_previousApplication; // in front before the panel was shown
+};
+
+} // namespace tessary

@@ -1,0 +1,32 @@
+#include "app/LibraryFiles.h"
+
+#include "platform/StandardFolders.h"
+
+#include <QFile>
+
+namespace tessary {
+
+LibraryFiles::LibraryFiles() : m_lane(QStringLiteral("tessary.files")) {}
+
+QCoro::Task<AppPaths> LibraryFiles::prepare(const StandardFolders& folders)
+{
+    auto preparing = m_lane.post([&folders] { return AppPaths::live(folders); });
+    co_return co_await preparing;
+}
+
+QCoro::Task<> LibraryFiles::removeFilesOf(QList<ScreenshotRecord> records)
+{
+    auto removing = m_lane.post([records] {
+        for (const ScreenshotRecord& record : records) {
+            if (!record.libraryPath.isEmpty())
+                QFile::remove(record.libraryPath);
+            if (record.thumbnailPath)
+                QFile::remove(*record.thumbnailPath);
+            if (record.sourceAppIconPath)
+                QFile::remove(*record.sourceAppIconPath);
+        }
+    });
+    co_await removing;
+}
+
+} // namespace tessary

@@ -1,0 +1,42 @@
+#pragma once
+
+#include "platform/Platform.h"
+#include "platform/linux/DesktopApplicationIcons.h"
+#include "platform/linux/DesktopScreenshotDefaults.h"
+#include "platform/linux/InotifyDirectoryWatcher.h"
+#include "platform/linux/SettingsFile.h"
+#include "platform/linux/SystemClock.h"
+#include "platform/linux/XdgFolders.h"
+#include "platform/workers/ImagingWorkerCodec.h"
+#include "platform/x11/X11GlobalHotKeys.h"
+#include "platform/x11/X11Pasteboard.h"
+#include "platform/x11/X11Permissions.h"
+#include "platform/x11/X11Workspace.h"
+
+namespace tessary {
+
+/// The facilities of the session that we run in. Main thread only; outlives the runtime.
+class SessionPlatform {
+public:
+    /// @throws X11Error without a display; FileError without a place for settings.
+    SessionPlatform();
+
+    [[nodiscard]] Platform platform();
+    /// What the person should know about the settings file, if anything.
+    [[nodiscard]] const std::optional<QString>& settingsProblem() const { return m_settings.problem(); }
+
+private:
+    XdgFolders m_folders;
+    SystemClock m_clock;
+    SettingsFile m_settings;
+    DesktopScreenshotDefaults m_screenshotTool;
+    DesktopApplicationIcons m_icons;
+    InotifyDirectoryWatcher m_directories;
+    ImagingWorkerCodec m_imageCodec;
+    X11Pasteboard m_pasteboard;
+    X11Workspace m_workspace;
+    X11GlobalHotKeys m_hotKeys;
+    X11Permissions m_permissions;
+};
+
+} // namespace tessary

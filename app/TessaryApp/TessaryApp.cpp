@@ -1,0 +1,42 @@
+#include "app/TessaryApp/TessaryApp.h"
+
+#include <QCoreApplication>
+#include <QLoggingCategory>
+#include <QTimer>
+
+#include <chrono>
+
+Q_LOGGING_CATEGORY(lcApp, "tessary.app")
+
+namespace tessary {
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr auto kPatience = 10s; // for imports that are under way when the program is asked to end
+
+} // namespace
+
+TessaryApp::TessaryApp(SingleInstance& instance) : m_runtime(m_session.platform(), m_windows)
+{
+    connect(&instance, &SingleInstance::panelRequested, this, [this] {
+        qCInfo(lcApp, "started again: the panel of this one is asked for");
+        m_runtime.toggleQuickSearch();
+    });
+    connect(&m_signals, &TerminationSignals::received, this, &TessaryApp::quit);
+}
+
+void TessaryApp::start()
+{
+    if (m_session.settingsProblem())
+        qCWarning(lcApp, "%s", qUtf8Printable(*m_session.settingsProblem()));
+    QCoro::connect(m_runtime.start(), this, [] {});
+}
+
+void TessaryApp::quit()
+{
+    QTimer::singleShot(kPatience, qApp, [] { QCoreApplication::exit(1); });
+    QCoro::connect(m_runtime.shutDown(), this, [] { QCoreApplication::quit(); });
+}
+
+} // namespace tessary

@@ -1,0 +1,30 @@
+#pragma once
+
+#include "app/AppRuntime.h"
+#include "app/SingleInstance.h"
+#include "app/TerminationSignals.h"
+#include "app/TessaryApp/AbsentWindows.h"
+#include "app/TessaryApp/SessionPlatform.h"
+
+namespace tessary {
+
+/// The program: builds the platform, the runtime and the windows, and ties them to the session.
+class TessaryApp : public QObject {
+    Q_OBJECT
+public:
+    /// @param instance asks for the panel when the program is started again; outlives this.
+    /// @throws X11Error, FileError: this session cannot be worked in.
+    explicit TessaryApp(SingleInstance& instance);
+
+    void start();
+    /// Lets running imports end, then leaves the event loop.
+    void quit();
+
+private:
+    SessionPlatform m_session;
+    AbsentWindows m_windows;
+    AppRuntime m_runtime;
+    TerminationSignals m_signals;
+};
+
+} // namespace tessary

@@ -1,0 +1,17 @@
+#pragma once
+
+namespace tessary {
+
+/// The windows, as far as the runtime opens them. Implemented where the windows are; main thread only.
+class WindowPresenter {
+public:
+    virtual ~WindowPresenter() = default;
+    [[nodiscard]] virtual bool isQuickSearchVisible() const = 0;
+    virtual void showQuickSearch() = 0;
+    virtual void hideQuickSearch() = 0;
+    virtual void showSettings() = 0;
+    /// Lets the person drag a region of the screen whose text is to be recognised.
+    virtual void showRegionSelection() = 0;
+};
+
+} // namespace tessary
