@@ -15,10 +15,6 @@ import sys
 
 import gi
 
-gi.require_version("Gtk", "3.0")
-gi.require_version("Gdk", "3.0")
-from gi.repository import Gdk, GLib, Gtk  # noqa: E402
-
 
 def parse(arguments):
     parser = argparse.ArgumentParser()
@@ -28,6 +24,16 @@ def parse(arguments):
     parser.add_argument("--class", dest="wm_class")
     parser.add_argument("--quit-after", type=int)
     return parser.parse_args(arguments)
+
+
+# GTK takes the class of its windows from the program's name, once, when it is imported.
+OPTIONS = parse(sys.argv[1:])
+if OPTIONS.wm_class:
+    sys.argv[0] = OPTIONS.wm_class
+
+gi.require_version("Gtk", "3.0")
+gi.require_version("Gdk", "3.0")
+from gi.repository import Gdk, GLib, Gtk  # noqa: E402
 
 
 def content(offer):
@@ -49,8 +55,6 @@ class Client:
         self.window.add(Gtk.Label(label=options.window or ""))
         self.window.connect("destroy", Gtk.main_quit)
         self.window.connect("selection-get", self.serve)
-        if options.wm_class:
-            self.window.set_wmclass(options.wm_class.lower(), options.wm_class)
         if options.window:
             self.window.connect("notify::is-active", lambda *_: self.window.is_active() and self.own())
             self.window.show_all()
@@ -80,8 +84,7 @@ class Client:
 
 
 def main():
-    options = parse(sys.argv[1:])
-    Client(options)
+    Client(OPTIONS)
     Gtk.main()
 
 
