@@ -36,7 +36,7 @@ protected:
     void expectAliveWithoutLibrary()
     {
         launch();
-        EXPECT_TRUE(tessary().printed(root()))
+        EXPECT_TRUE(tessary().printed(QStringLiteral("“Tessary”")))
             << "no word about the folder: " << qPrintable(tessary().output());
         EXPECT_TRUE(tessary().isRunning());
     }
@@ -47,8 +47,19 @@ protected:
         if (::geteuid() != 0 || ::unshare(CLONE_NEWNS) != 0 ||
             ::mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0)
             return false;
-        return ::mount("tmpfs", QFile::encodeName(folder).constData(), "tmpfs", 0, options) == 0;
+        m_mount = QFile::encodeName(folder);
+        return ::mount("tmpfs", m_mount.constData(), "tmpfs", 0, options) == 0;
     }
+
+    void TearDown() override
+    {
+        SessionTest::TearDown();
+        if (!m_mount.isEmpty())
+            ::umount2(m_mount.constData(), MNT_DETACH);
+    }
+
+private:
+    QByteArray m_mount;
 };
 
 TEST_F(DamagedFilesTest, GarbageInTheSettingsIsKeptAside)

@@ -15,14 +15,6 @@ import sys
 
 import gi
 
-# GTK takes the class of its windows from the program's name, once, when it is imported.
-if "--class" in sys.argv:
-    sys.argv[0] = sys.argv[sys.argv.index("--class") + 1]
-
-gi.require_version("Gtk", "3.0")
-gi.require_version("Gdk", "3.0")
-from gi.repository import Gdk, GLib, Gtk  # noqa: E402
-
 
 def parse(arguments):
     parser = argparse.ArgumentParser()
@@ -32,6 +24,16 @@ def parse(arguments):
     parser.add_argument("--class", dest="wm_class")
     parser.add_argument("--quit-after", type=int)
     return parser.parse_args(arguments)
+
+
+# GTK takes the class of its windows from the program's name, once, when it is imported.
+OPTIONS = parse(sys.argv[1:])
+if OPTIONS.wm_class:
+    sys.argv[0] = OPTIONS.wm_class
+
+gi.require_version("Gtk", "3.0")
+gi.require_version("Gdk", "3.0")
+from gi.repository import Gdk, GLib, Gtk  # noqa: E402
 
 
 def content(offer):
@@ -82,8 +84,7 @@ class Client:
 
 
 def main():
-    options = parse(sys.argv[1:])
-    Client(options)
+    Client(OPTIONS)
     Gtk.main()
 
 
