@@ -1,0 +1,140 @@
+#include "platform/x11/KeyGrabs.h"
+
+#include "platform/x11/XcbReply.h"
+
+#include <algorithm>
+
+namespace tessary {
+namespace {
+
+/// The eight modifiers, without mouse buttons and the layout's number.
+constexpr unsigned kModifierBits = 0xff;
+
+} // namespace
+
+KeyGrabs::KeyGrabs(X11EventLoop& loop, std::function<void(HotKeyIdentifier)> pressed)
+    : m_loop(loop),
+      m_pressed(std::move(pressed))
+{
+}
+
+bool KeyGrabs::add(Reference reference, xcb_keycode_t keycode, quint32 modifiers, HotKeyIdentifier identifier)
+{
+    ensureMasks();
+    const uint16_t mask = m_masks->fromClassic(modifiers);
+    // The server lets one client grab a key twice, so we look ourselves.
+    const bool ours = std::any_of(m_grabs.begin(), m_grabs.end(), [&](const auto& entry) {
+        return entry.second.keycode == keycode && entry.second.mask == mask;
+    });
+    if (ours || !grab(keycode, mask))
+        return false;
+    m_grabs.emplace(reference, Grab{keycode, modifiers, mask, identifier});
+    return true;
+}
+
+void KeyGrabs::remove(Reference reference)
+{
+    const auto found = m_grabs.find(reference);
+    if (found == m_grabs.end())
+        return;
+    ungrab(found->second.keycode, found->second.mask);
+    m_grabs.erase(found);
+}
+
+void KeyGrabs::handle(const xcb_generic_event_t& event)
+{
+    switch (event.response_type & 0x7f) {
+    case XCB_KEY_PRESS:
+        press(reinterpret_cast<const xcb_key_press_event_t&>(event));
+        break;
+    case XCB_KEY_RELEASE: {
+        const auto& release = reinterpret_cast<const xcb_key_release_event_t&>(event);
+        m_released.insert_or_assign(release.detail, release.time);
+        break;
+    }
+    case XCB_MAPPING_NOTIFY:
+        followMapping();
+        break;
+    default:
+        break;
+    }
+}
+
+void KeyGrabs::ensureMasks()
+{
+    if (!m_masks)
+        m_masks = ModifierMasks::read(m_loop.connection());
+}
+
+std::vector<uint16_t> KeyGrabs::lockVariants() const
+{
+    std::vector<uint16_t> variants{0, XCB_MOD_MASK_LOCK};
+    if (const uint16_t numLock = m_masks->numLock; numLock != 0) {
+        variants.push_back(numLock);
+        variants.push_back(static_cast<uint16_t>(numLock | XCB_MOD_MASK_LOCK));
+    }
+    return variants;
+}
+
+/// All variants or none.
+bool KeyGrabs::grab(xcb_keycode_t keycode, uint16_t mask)
+{
+    xcb_connection_t* x = m_loop.connection();
+    std::vector<xcb_void_cookie_t> cookies;
+    for (const uint16_t locks : lockVariants()) {
+        cookies.push_back(xcb_grab_key_checked(x, 0, m_loop.root(), static_cast<uint16_t>(mask | locks),
+                                               keycode, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC));
+    }
+    bool granted = m_loop.isConnected();
+    for (const xcb_void_cookie_t cookie : cookies) {
+        const XcbReply<xcb_generic_error_t> error(xcb_request_check(x, cookie));
+        granted = granted && !error;
+    }
+    // A lost connection reports no error of the request.
+    granted = granted && m_loop.isConnected();
+    if (!granted)
+        ungrab(keycode, mask);
+    return granted;
+}
+
+void KeyGrabs::ungrab(xcb_keycode_t keycode, uint16_t mask)
+{
+    for (const uint16_t locks : lockVariants())
+        xcb_ungrab_key(m_loop.connection(), keycode, m_loop.root(), static_cast<uint16_t>(mask | locks));
+}
+
+void KeyGrabs::press(const xcb_key_press_event_t& event)
+{
+    const auto released = m_released.find(event.detail);
+    if (released != m_released.end() && released->second == event.time)
+        return;
+    ensureMasks();
+    const unsigned ignored = XCB_MOD_MASK_LOCK | m_masks->numLock;
+    const unsigned mask = event.state & kModifierBits & ~ignored;
+    for (const auto& [reference, grab] : m_grabs) {
+        if (grab.keycode == event.detail && grab.mask == mask) {
+            m_pressed(grab.identifier);
+            return;
+        }
+    }
+}
+
+/// Grabs anew when Alt, Super or Num Lock moved to other modifiers; keys keep their positions.
+void KeyGrabs::followMapping()
+{
+    if (!m_masks)
+        return;
+    const ModifierMasks masks = ModifierMasks::read(m_loop.connection());
+    if (masks == *m_masks)
+        return;
+    for (const auto& [reference, grab] : m_grabs)
+        ungrab(grab.keycode, grab.mask);
+    m_masks = masks;
+    for (auto& [reference, held] : m_grabs) {
+        held.mask = masks.fromClassic(held.classicModifiers);
+        // One that another program holds now stays silent until it is registered again.
+        (void)grab(held.keycode, held.mask);
+    }
+}
+
+} // namespace tessary
