@@ -1,0 +1,11 @@
+tessary_library(tessary_settings
+    SOURCES
+        AppSettings.cpp
+        AppSettings.h
+        GlobalHotKeyService.cpp
+        GlobalHotKeyService.h
+        HotKeyShortcut.cpp
+        HotKeyShortcut.h
+    USES
+        tessary_base
+        tessary_platform)
