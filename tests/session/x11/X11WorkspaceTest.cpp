@@ -1,0 +1,148 @@
+#include "platform/x11/X11Workspace.h"
+
+#include "platform/linux/XdgFolders.h"
+#include "tests/support/Await.h"
+
+#include <QFile>
+#include <QProcess>
+#include <QTextStream>
+
+#include <csignal>
+
+namespace tessary {
+namespace {
+
+using testing::eventually;
+
+class X11WorkspaceTest : public ::testing::Test {
+protected:
+    X11WorkspaceTest() : workspace(DesktopEntries(XdgFolders().dataFolders(), QStringLiteral("C")))
+    {
+        QObject::connect(&workspace, &Workspace::applicationActivated,
+                         [this](const RunningApplication& application) { activated.append(application); });
+    }
+    ~X11WorkspaceTest() override
+    {
+        for (const auto& program : programs) {
+            program->kill();
+            program->waitForFinished();
+        }
+    }
+
+    QProcess& run(const QString& program, const QStringList& arguments)
+    {
+        programs.push_back(std::make_unique<QProcess>());
+        programs.back()->start(program, arguments);
+        EXPECT_TRUE(programs.back()->waitForStarted());
+        return *programs.back();
+    }
+    bool frontmostIs(const QString& identifier)
+    {
+        return eventually([&] {
+            const auto application = workspace.frontmostApplication();
+            return application && application->bundleIdentifier == identifier;
+        });
+    }
+    /// The window of a process as the session's tools see it.
+    static QString output(const QString& program, const QStringList& arguments)
+    {
+        QProcess process;
+        process.start(program, arguments);
+        process.waitForFinished();
+        return QString::fromUtf8(process.readAllStandardOutput()).trimmed();
+    }
+
+    X11Workspace workspace;
+    QList<RunningApplication> activated;
+    std::vector<std::unique_ptr<QProcess>> programs;
+};
+
+TEST_F(X11WorkspaceTest, AttributesATerminalToItsDesktopFile)
+{
+    QProcess& terminal = run(QStringLiteral("xterm"), {});
+    ASSERT_TRUE(frontmostIs(QStringLiteral("debian-xterm")));
+    const RunningApplication application = *workspace.frontmostApplication();
+    EXPECT_EQ(application.localizedName, QStringLiteral("XTerm"));
+    EXPECT_EQ(application.bundleURL,
+              QUrl(QStringLiteral("file:///usr/share/applications/debian-xterm.desktop")));
+    EXPECT_EQ(application.processIdentifier, terminal.processId());
+    EXPECT_NE(application.window, 0U);
+    EXPECT_EQ(activated, QList{application});
+}
+
+TEST_F(X11WorkspaceTest, AttributesAToolkitWindowByItsApplicationId)
+{
+    const QString path =
+        XdgFolders().applicationSupport() + QStringLiteral("/applications/org.example.Probe.desktop");
+    ASSERT_TRUE(QDir().mkpath(QFileInfo(path).path()));
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write("[Desktop Entry]\nType=Application\nName=Probe\nExec=/opt/probe\n");
+    file.close();
+    const QString script = QStringLiteral("import gi\n"
+                                          "gi.require_version('Gtk', '3.0')\n"
+                                          "from gi.repository import Gtk\n"
+                                          "app = Gtk.Application(application_id='org.example.Probe')\n"
+                                          "def show(a):\n"
+                                          "    w = Gtk.ApplicationWindow(application=a)\n"
+                                          "    w.show_all()\n"
+                                          "app.connect('activate', show)\n"
+                                          "app.run([])\n");
+    run(QStringLiteral("/usr/bin/python3"), {QStringLiteral("-c"), script});
+    ASSERT_TRUE(frontmostIs(QStringLiteral("org.example.Probe")));
+    EXPECT_EQ(workspace.frontmostApplication()->localizedName, QStringLiteral("Probe"));
+    EXPECT_EQ(workspace.frontmostApplication()->bundleURL, QUrl::fromLocalFile(path));
+}
+
+TEST_F(X11WorkspaceTest, AnUnknownProgramKeepsItsWindowClassAndHasNoUrl)
+{
+    run(QStringLiteral("xterm"), {QStringLiteral("-class"), QStringLiteral("Unheard")});
+    // The executable is known, the class is not: the executable still tells.
+    ASSERT_TRUE(frontmostIs(QStringLiteral("debian-xterm")));
+    run(QStringLiteral("/usr/bin/python3"),
+        {QStringLiteral("-c"),
+         QStringLiteral(
+             "import gi\ngi.require_version('Gtk', '3.0')\nfrom gi.repository import Gtk, Gdk, GLib\n"
+             "GLib.set_prgname('mystery')\nGdk.set_program_class('Mystery')\n"
+             "w = Gtk.Window()\nw.show_all()\nGtk.main()\n")});
+    ASSERT_TRUE(frontmostIs(QStringLiteral("Mystery")));
+    EXPECT_EQ(workspace.frontmostApplication()->localizedName, QStringLiteral("Mystery"));
+    EXPECT_EQ(workspace.frontmostApplication()->bundleURL, std::nullopt);
+}
+
+TEST_F(X11WorkspaceTest, FollowsTheActiveWindowAndItsEnd)
+{
+    QProcess& first = run(QStringLiteral("xterm"), {});
+    ASSERT_TRUE(frontmostIs(QStringLiteral("debian-xterm")));
+    QProcess& second = run(QStringLiteral("xterm"), {QStringLiteral("-class"), QStringLiteral("UXTerm")});
+    ASSERT_TRUE(eventually(
+        [&] { return workspace.frontmostApplication()->processIdentifier == second.processId(); }));
+    second.kill();
+    second.waitForFinished();
+    ASSERT_TRUE(eventually([&] {
+        const auto application = workspace.frontmostApplication();
+        return application && application->processIdentifier == first.processId();
+    }));
+    first.kill();
+    first.waitForFinished();
+    EXPECT_TRUE(eventually([&] { return !workspace.frontmostApplication(); }));
+    EXPECT_EQ(activated.size(), 3);
+}
+
+TEST_F(X11WorkspaceTest, HandlesAWindowWithoutProcessOrClassAndOneThatDoesNotExist)
+{
+    // A window manager's word is all we have; here it is given by another client.
+    const auto nameActive = [](const QString& window) {
+        QProcess::execute(QStringLiteral("xprop"),
+                          {QStringLiteral("-root"), QStringLiteral("-f"),
+                           QStringLiteral("_NET_ACTIVE_WINDOW"), QStringLiteral("32x"),
+                           QStringLiteral("-set"), QStringLiteral("_NET_ACTIVE_WINDOW"), window});
+    };
+    nameActive(QStringLiteral("0x7ffffff1"));
+    run(QStringLiteral("xterm"), {});
+    ASSERT_TRUE(frontmostIs(QStringLiteral("debian-xterm")));
+    EXPECT_EQ(activated.size(), 1);
+}
+
+} // namespace
+} // namespace tessary
