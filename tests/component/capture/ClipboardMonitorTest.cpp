@@ -133,8 +133,10 @@ TEST_F(ClipboardMonitorTest, StartingAnewDropsWhatChangedMeanwhile)
 TEST_F(ClipboardMonitorTest, StoppedItSeesNothingAndKeepsNoTimer)
 {
     monitor.start();
+    EXPECT_TRUE(pasteboard.isFetching());
     monitor.stop();
     EXPECT_FALSE(monitor.isRunning());
+    EXPECT_FALSE(pasteboard.isFetching());
     EXPECT_EQ(clock.timers(), 0);
     pasteboard.setText(QStringLiteral("unseen"));
     poll();
