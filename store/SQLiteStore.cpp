@@ -1,5 +1,6 @@
 #include "store/SQLiteStore.h"
 
+#include "base/FreedMemory.h"
 #include "store/CoreDataScreenshotStore.h"
 #include "store/Projection.h"
 #include "store/ProjectionReconciler.h"
@@ -11,11 +12,21 @@
 #include <limits>
 
 namespace tessary {
+namespace {
+
+constexpr qsizetype kLongText = 256 * 1024; // UTF-16 units; indexing one takes many times its size
+
+} // namespace
 
 /// Both databases and what has to be done to them together. On the lane only.
 class SQLiteStore::Databases {
 public:
-    explicit Databases(const QString& path) : m_structuredStore(path), m_projection(projectionPath(path)) {}
+    explicit Databases(const QString& path)
+        : m_structuredStore(path),
+          m_projectionPath(projectionPath(path)),
+          m_projection(std::in_place, m_projectionPath)
+    {
+    }
 
     [[nodiscard]] CoreDataScreenshotStore& structuredStore() { return m_structuredStore; }
 
@@ -24,10 +35,10 @@ public:
         if (!m_structuredStore.insert(record))
             return false;
         try {
-            SQLiteTransaction transaction(m_projection.connection());
-            const bool added = m_projection.insertProjection(record);
+            SQLiteTransaction transaction(projection().connection());
+            const bool added = projection().insertProjection(record);
             if (added)
-                m_projection.updateSearchIndex(record);
+                projection().updateSearchIndex(record);
             else
                 m_structuredStore.remove(record.id);
             transaction.commit();
@@ -38,7 +49,7 @@ public:
         }
     }
 
-    void reconcile() { ProjectionReconciler(m_structuredStore, m_projection).reconcile(); }
+    void reconcile() { ProjectionReconciler(m_structuredStore, projection()).reconcile(); }
 
     void registerDuplicate(const QString& contentHash, Date now)
     {
@@ -50,7 +61,7 @@ public:
         ++record->duplicateCount;
         record->lastUsedAt = now;
         m_structuredStore.upsert(*record);
-        m_projection.update("duplicate_count = ?, last_used_at = ?",
+        projection().update("duplicate_count = ?, last_used_at = ?",
                             {record->duplicateCount, sqliteValue(now)}, record->id);
     }
 
@@ -62,8 +73,8 @@ public:
         record->tags = tags;
         record->note = note;
         m_structuredStore.upsert(*record);
-        m_projection.update("tags_json = ?, note = ?", {QString::fromUtf8(encodeTags(tags)), note}, id);
-        m_projection.updateSearchIndex(*record);
+        projection().update("tags_json = ?, note = ?", {QString::fromUtf8(encodeTags(tags)), note}, id);
+        projection().updateSearchIndex(*record);
     }
 
     /// Changes the item in the store of record, then the given columns of its row.
@@ -75,7 +86,7 @@ public:
             return;
         edit(*record);
         m_structuredStore.upsert(*record);
-        m_projection.update(assignments, values, id);
+        projection().update(assignments, values, id);
     }
 
     QList<ScreenshotRecord> purgeTrash(Date olderThan)
@@ -83,14 +94,29 @@ public:
         QList<ScreenshotRecord> purged;
         for (const ScreenshotRecord& expired : m_structuredStore.trashed(olderThan)) {
             const std::optional<ScreenshotRecord> removed = m_structuredStore.remove(expired.id);
-            m_projection.remove(identifierText(expired.id));
+            projection().remove(identifierText(expired.id));
             if (removed)
                 purged.append(*removed);
         }
         return purged;
     }
 
+    /// Opens the projection anew. The full-text engine keeps what it last indexed, and tables as large as
+    /// that called for, as long as its connection lives.
+    void reopenProjection()
+    {
+        m_projection.reset();
+        m_projection.emplace(m_projectionPath);
+    }
+
 private:
+    [[nodiscard]] Projection& projection()
+    {
+        if (!m_projection)
+            throw StoreError(StoreError::Case::Execute, QStringLiteral("Database is closed"));
+        return *m_projection;
+    }
+
     /// Undoes the first half of an insertion whose second half failed, whose error matters more.
     void removeQuietly(const QUuid& id) noexcept
     {
@@ -102,7 +128,8 @@ private:
     }
 
     CoreDataScreenshotStore m_structuredStore;
-    Projection m_projection;
+    QString m_projectionPath;
+    std::optional<Projection> m_projection; // absent when it could not be opened again
 };
 
 SQLiteStore::SQLiteStore() : m_lane(QStringLiteral("tessary.store")) {}
@@ -150,13 +177,27 @@ QCoro::Task<std::optional<ScreenshotRecord>> SQLiteStore::record(QUuid id)
 QCoro::Task<bool> SQLiteStore::insert(ScreenshotRecord record)
 {
     auto work = m_lane.post([this, record] { return m_databases->insert(record); });
-    co_return co_await work;
+    const bool wasInserted = co_await work;
+    if (record.textContent.size() > kLongText)
+        m_lane.postDetached([this] { forgetLongText(); });
+    co_return wasInserted;
+}
+
+void SQLiteStore::forgetLongText() noexcept
+{
+    try {
+        m_databases->reopenProjection();
+    } catch (const std::exception& error) {
+        qWarning("The index of the library could not be opened again: %s", error.what());
+    }
+    returnFreedMemory();
 }
 
 QCoro::Task<> SQLiteStore::reconcileProjection()
 {
     auto work = m_lane.post([this] { m_databases->reconcile(); });
     co_await work;
+    m_lane.postDetached(&returnFreedMemory);
 }
 
 QCoro::Task<> SQLiteStore::registerDuplicate(QString contentHash, Date now)

@@ -47,6 +47,9 @@ private:
     class Databases;
     SQLiteStore();
 
+    /// On the lane: gives back the memory that indexing a long text took.
+    void forgetLongText() noexcept;
+
     std::unique_ptr<Databases> m_databases; // touched only on the lane
     SerialLane m_lane;
 };

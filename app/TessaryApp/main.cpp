@@ -1,6 +1,7 @@
 #include "app/ApplicationIdentity.h"
 #include "app/CommandLine.h"
 #include "app/TessaryApp/TessaryApp.h"
+#include "base/FreedMemory.h"
 
 #include <QApplication>
 #include <QLoggingCategory>
@@ -85,6 +86,7 @@ int main(int argc, char** argv)
 {
     if (const std::optional<int> status = answerWithoutDisplay(CommandLine::parse(argumentsOf(argc, argv))))
         return *status;
+    tessary::keepLittleFreedMemory();
     ::umask(kOthersMask); // what we keep is nobody else's business
     qSetMessagePattern(QStringLiteral("%{time yyyy-MM-dd hh:mm:ss.zzz} %{category} %{type}: %{message}"));
     if (!qEnvironmentVariableIsSet("DISPLAY")) {

@@ -144,6 +144,16 @@ TEST_F(SQLiteStoreTest, ReconcilesWhatWasWrittenBehindItsBack)
     expectSame(record);
 }
 
+TEST_F(SQLiteStoreTest, GoesOnAfterALongText)
+{
+    const ScreenshotRecord record = textRecord(QStringLiteral("长文 long text ").repeated(100'000));
+    EXPECT_TRUE(await(store->insert(record)));
+    await(store->setPinned(record.id, true));
+    EXPECT_TRUE(await(store->insert(textRecord(QStringLiteral("next")))));
+    EXPECT_EQ(projected().size(), 2);
+    EXPECT_TRUE(projected().first().isPinned);
+}
+
 TEST_F(SQLiteStoreTest, OpensAgainWithEverythingThere)
 {
     const ScreenshotRecord record = fullRecord();
