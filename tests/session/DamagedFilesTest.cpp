@@ -36,7 +36,7 @@ protected:
     void expectAliveWithoutLibrary()
     {
         launch();
-        EXPECT_TRUE(tessary().printed(QStringLiteral("“Tessary”")))
+        EXPECT_TRUE(tessary().printed(root()))
             << "no word about the folder: " << qPrintable(tessary().output());
         EXPECT_TRUE(tessary().isRunning());
     }
