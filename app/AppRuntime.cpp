@@ -190,6 +190,8 @@ void AppRuntime::registerHotKeys()
 QCoro::Task<> AppRuntime::updateHotKeys()
 {
     using HotKey = GlobalHotKeyService::HotKey;
+    auto entrance = m_hotKeyGate.enter(QStringLiteral("registration")); // one round at a time
+    const KeyedGate::Pass pass = co_await entrance;
     QList<GlobalHotKeyService::Binding> bindings;
     bindings.append({HotKey::QuickSearch, m_settings.quickSearchShortcut(), [this] { toggleQuickSearch(); }});
     bindings.append({HotKey::LocalOCR, m_settings.localOCRShortcut(), [this] { performLocalOCR(); }});
@@ -198,7 +200,8 @@ QCoro::Task<> AppRuntime::updateHotKeys()
     m_hotKeyConflicts = co_await m_hotKeyService.registerHotKeys(bindings);
     m_hotKeyAvailable = !m_hotKeyConflicts.contains(HotKey::QuickSearch);
     if (!m_hotKeyConflicts.isEmpty())
-        qCWarning(lcRuntime, "%d global shortcuts are taken", static_cast<int>(m_hotKeyConflicts.size()));
+        qCWarning(lcRuntime, "global shortcuts that another program holds: %d",
+                  static_cast<int>(m_hotKeyConflicts.size()));
     Q_EMIT hotKeysChanged();
 }
 

@@ -7,6 +7,7 @@
 #include "app/LibraryFiles.h"
 #include "base/FlowSet.h"
 #include "capture/ClipboardMonitor.h"
+#include "capture/KeyedGate.h"
 #include "capture/ScreenshotDirectoryMonitor.h"
 #include "platform/Platform.h"
 #include "store/AppPaths.h"
@@ -95,6 +96,7 @@ private:
     bool m_isMonitoring = false;
     bool m_hotKeyAvailable = true;
     HotKeys m_hotKeyConflicts;
+    KeyedGate m_hotKeyGate;
     PermissionState m_permissions;
     std::optional<QString> m_lastError;
     LibraryFiles m_libraryFiles;

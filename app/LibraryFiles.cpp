@@ -1,5 +1,6 @@
 #include "app/LibraryFiles.h"
 
+#include "capture/ImportJournal.h"
 #include "platform/StandardFolders.h"
 
 #include <QFile>
@@ -10,7 +11,11 @@ LibraryFiles::LibraryFiles() : m_lane(QStringLiteral("tessary.files")) {}
 
 QCoro::Task<AppPaths> LibraryFiles::prepare(const StandardFolders& folders)
 {
-    auto preparing = m_lane.post([&folders] { return AppPaths::live(folders); });
+    auto preparing = m_lane.post([&folders] {
+        AppPaths paths = AppPaths::live(folders);
+        ImportJournal(paths).sweepRoot(); // now, before anything of ours writes there
+        return paths;
+    });
     co_return co_await preparing;
 }
 

@@ -15,7 +15,8 @@ class LibraryFiles {
 public:
     LibraryFiles();
 
-    /// Finds the library's folders, making what is missing. @throws FileError.
+    /// Finds the library's folders, making what is missing and clearing away half-written files of an
+    /// earlier run. @throws FileError.
     [[nodiscard]] QCoro::Task<AppPaths> prepare(const StandardFolders& folders);
     /// Removes the original, thumbnail and icon of each; what cannot be removed is passed over.
     [[nodiscard]] QCoro::Task<> removeFilesOf(QList<ScreenshotRecord> records);

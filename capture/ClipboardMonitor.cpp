@@ -29,10 +29,17 @@ ClipboardMonitor::ClipboardMonitor(Pasteboard& pasteboard, Clock& clock, ImageCo
 
 void ClipboardMonitor::start()
 {
-    stop();
+    m_timer.reset();
+    m_pasteboard.setFetching(true);
     m_lastChangeCount = m_pasteboard.changeCount();
     m_pasteboard.release(m_lastChangeCount);
     m_timer = m_clock.repeat(kPollInterval, [this] { poll(); });
+}
+
+void ClipboardMonitor::stop()
+{
+    m_timer.reset();
+    m_pasteboard.setFetching(false);
 }
 
 void ClipboardMonitor::poll()

@@ -26,7 +26,7 @@ public:
     /// (Re)starts polling every 0.45 s. What is on the clipboard now is never captured.
     void start();
     /// Ends polling; a change already being read is still delivered.
-    void stop() { m_timer.reset(); }
+    void stop();
     [[nodiscard]] bool isRunning() const { return m_timer != nullptr; }
 
 private:

@@ -16,6 +16,13 @@ namespace {
 
 constexpr QLatin1String kEntryPrefix(".importing-");
 
+void removeTemporaries(const QString& folder)
+{
+    QDir directory(folder);
+    for (const QString& name : directory.entryList({QStringLiteral(".*.tmp")}, QDir::Files | QDir::Hidden))
+        directory.remove(name);
+}
+
 } // namespace
 
 QString ImportJournal::entryPath(const QUuid& id) const
@@ -60,14 +67,15 @@ QList<QUuid> ImportJournal::interrupted() const
     return ids;
 }
 
-void ImportJournal::sweepTemporaries() const
+void ImportJournal::sweepRoot() const
 {
-    for (const QString& folder : {m_paths.root, m_paths.originals, m_paths.thumbnails, m_paths.appIcons}) {
-        QDir directory(folder);
-        for (const QString& name :
-             directory.entryList({QStringLiteral(".*.tmp")}, QDir::Files | QDir::Hidden))
-            directory.remove(name);
-    }
+    removeTemporaries(m_paths.root);
+}
+
+void ImportJournal::sweepItemFolders() const
+{
+    for (const QString& folder : {m_paths.originals, m_paths.thumbnails, m_paths.appIcons})
+        removeTemporaries(folder);
 }
 
 } // namespace tessary

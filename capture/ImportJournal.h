@@ -23,8 +23,10 @@ public:
 
     /// What earlier runs had begun and not ended.
     [[nodiscard]] QList<QUuid> interrupted() const;
-    /// Removes half-written temporaries in all folders of the library. Only while nothing is imported.
-    void sweepTemporaries() const;
+    /// Removes half-written temporaries beside the databases. Only before anything is written there.
+    void sweepRoot() const;
+    /// Removes half-written temporaries among the items' files. Only while nothing is imported.
+    void sweepItemFolders() const;
 
 private:
     [[nodiscard]] QString entryPath(const QUuid& id) const;

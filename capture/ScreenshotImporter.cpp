@@ -361,7 +361,7 @@ QCoro::Task<> ScreenshotImporter::undoInterrupted()
     }
     if (interrupted.isEmpty())
         co_return;
-    auto sweeping = m_lane.post([this] { m_journal.sweepTemporaries(); });
+    auto sweeping = m_lane.post([this] { m_journal.sweepItemFolders(); });
     co_await sweeping;
 }
 

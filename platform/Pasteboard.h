@@ -31,6 +31,8 @@ public:
     ///          lied, died, marked the content as secret, offers over 512 MiB, or the count is too old.
     [[nodiscard]] virtual QCoro::Task<std::optional<QByteArray>> data(qint64 changeCount,
                                                                       PasteboardType type) = 0;
+    /// Whether contents are fetched at all; at first they are not. Changes are counted either way.
+    virtual void setFetching(bool isFetching) = 0;
     /// Lets go of what is kept for that change count or an older one; it has been dealt with.
     virtual void release(qint64 changeCount) = 0;
 };

@@ -19,6 +19,7 @@ public:
     [[nodiscard]] qint64 changeCount() const override { return m_changeCount; }
     [[nodiscard]] QCoro::Task<std::optional<QByteArray>> data(qint64 changeCount,
                                                               PasteboardType type) override;
+    void setFetching(bool isFetching) override { m_isFetching = isFetching; }
     void release(qint64 changeCount) override;
 
     /// Another program copies. The same contents again are a change too.
@@ -28,6 +29,7 @@ public:
     void setBitmap(const QByteArray& bitmap) { setContents({{PasteboardType::Bitmap, bitmap}}); }
     void setSupport(Support support) { m_support = std::move(support); }
 
+    [[nodiscard]] bool isFetching() const { return m_isFetching; }
     /// From now on nothing is answered until `letGo()`: a slow owner.
     void hold() { m_held = true; }
     void letGo();
@@ -46,6 +48,7 @@ private:
     qint64 m_releasedUpTo = -1;
     Contents m_contents;
     bool m_held = false;
+    bool m_isFetching = false;
     std::vector<std::coroutine_handle<>> m_waiting;
     QList<qint64> m_released;
     QList<PasteboardType> m_reads;

@@ -85,6 +85,8 @@ void X11Pasteboard::ownerChanged(xcb_timestamp_t time)
         fetch->ownerReplaced();
     const qint64 count = m_shelf.announce();
     dropUnwanted();
+    if (!m_isFetching)
+        return m_shelf.put(count, {});
     m_fetches[count] =
         std::make_unique<ClipboardFetch>(m_loop, time, m_limits, [this, count](ClipboardSnapshot snapshot) {
             m_shelf.put(count, std::move(snapshot));

@@ -23,6 +23,7 @@ public:
     [[nodiscard]] qint64 changeCount() const override;
     [[nodiscard]] QCoro::Task<std::optional<QByteArray>> data(qint64 changeCount,
                                                               PasteboardType type) override;
+    void setFetching(bool isFetching) override { m_isFetching = isFetching; }
     void release(qint64 changeCount) override;
 
 private:
@@ -35,6 +36,7 @@ private:
     TransferLimits m_limits;
     std::map<qint64, std::unique_ptr<ClipboardFetch>> m_fetches; // the loop's thread only
     uint8_t m_ownerEvent = 0;
+    std::atomic<bool> m_isFetching = false;
     X11EventLoop m_loop;
 };
 

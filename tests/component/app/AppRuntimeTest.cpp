@@ -1,0 +1,333 @@
+#include "app/AppRuntime.h"
+
+#include "app/ApplicationIdentity.h"
+#include "app/WindowPresenter.h"
+#include "platform/testing/FakeApplicationIcons.h"
+#include "platform/testing/FakeClock.h"
+#include "platform/testing/FakeDirectoryWatcher.h"
+#include "platform/testing/FakeGlobalHotKeyFacility.h"
+#include "platform/testing/FakeImageCodec.h"
+#include "platform/testing/FakePasteboard.h"
+#include "platform/testing/FakePermissions.h"
+#include "platform/testing/FakeScreenshotToolDefaults.h"
+#include "platform/testing/FakeStandardFolders.h"
+#include "platform/testing/FakeUserDefaults.h"
+#include "platform/testing/FakeWorkspace.h"
+#include "store/Projection.h"
+#include "store/RecordColumns.h"
+#include "tests/support/Await.h"
+#include "tests/support/RecordSamples.h"
+#include "tests/support/TemporaryFolder.h"
+
+#include <QCoreApplication>
+#include <QFile>
+
+namespace tessary {
+namespace {
+
+using namespace std::chrono_literals;
+using testing::await;
+using testing::eventually;
+using HotKey = GlobalHotKeyService::HotKey;
+
+class FakeWindows : public WindowPresenter {
+public:
+    [[nodiscard]] bool isQuickSearchVisible() const override { return isVisible; }
+    void showQuickSearch() override { isVisible = true; }
+    void hideQuickSearch() override { isVisible = false; }
+    void showSettings() override { ++settingsShown; }
+    void showRegionSelection() override { ++selections; }
+
+    bool isVisible = false;
+    int settingsShown = 0;
+    int selections = 0;
+};
+
+class AppRuntimeTest : public ::testing::Test {
+protected:
+    ~AppRuntimeTest() override
+    {
+        qunsetenv("TESSARY_UI_TEST_WINDOW");
+        if (runtime)
+            await(runtime->shutDown());
+    }
+    void start()
+    {
+        runtime = std::make_unique<AppRuntime>(platform, windows);
+        await(runtime->start());
+    }
+    QString root() const { return folder.file(QStringLiteral("Tessary")); }
+    QString projectionPath() const { return root() + QStringLiteral("/Tessary.metadata.sqlite3"); }
+    QList<ScreenshotRecord> listed() const
+    {
+        Projection projection(projectionPath());
+        return projection.records("SELECT " + columnList(kProjectionColumns) + " FROM screenshots");
+    }
+    bool copies(const QString& text)
+    {
+        const qsizetype before = listed().size();
+        pasteboard.setText(text);
+        clock.advance(450ms);
+        return eventually([&] { return listed().size() == before + 1; });
+    }
+    void bringToFront(const QString& identifier, qint64 process = 1)
+    {
+        workspace.activate({identifier, identifier, std::nullopt, process, 7});
+        ASSERT_TRUE(eventually([&] {
+            return workspace.frontmostApplication() &&
+                   workspace.frontmostApplication()->bundleIdentifier == identifier;
+        }));
+    }
+
+    testing::TemporaryFolder folder;
+    testing::FakeClock clock;
+    testing::FakePasteboard pasteboard;
+    testing::FakeWorkspace workspace;
+    testing::FakeImageCodec codec;
+    testing::FakeApplicationIcons icons;
+    testing::FakeUserDefaults defaults;
+    testing::FakeScreenshotToolDefaults screenshotTool;
+    testing::FakeStandardFolders folders{folder.path(), folder.path()};
+    testing::FakeGlobalHotKeyFacility hotKeys;
+    testing::FakePermissions permissions;
+    testing::FakeDirectoryWatcher directories;
+    Platform platform{clock,          pasteboard, workspace, codec,       icons,      defaults,
+                      screenshotTool, folders,    hotKeys,   permissions, directories};
+    FakeWindows windows;
+    std::unique_ptr<AppRuntime> runtime;
+};
+
+TEST_F(AppRuntimeTest, ACopyBecomesAnItemOfTheProgramInFront)
+{
+    start();
+    EXPECT_TRUE(runtime->isMonitoring());
+    EXPECT_EQ(runtime->lastError(), std::nullopt);
+    bringToFront(QStringLiteral("editor"));
+    int changes = 0;
+    QObject::connect(runtime.get(), &AppRuntime::libraryChanged, runtime.get(), [&] { ++changes; });
+    ASSERT_TRUE(copies(QStringLiteral("copied")));
+    EXPECT_EQ(listed().first().sourceBundleIdentifier, QStringLiteral("editor"));
+    EXPECT_TRUE(eventually([&] { return changes == 1; }));
+}
+
+TEST_F(AppRuntimeTest, ACopyWhileAnExcludedProgramIsInFrontStoresNothing)
+{
+    defaults.set(QStringLiteral("excludedBundleIdentifiers"), QStringList{QStringLiteral("vault")});
+    start();
+    bringToFront(QStringLiteral("vault"));
+    pasteboard.setText(QStringLiteral("secret"));
+    clock.advance(450ms);
+    bringToFront(QStringLiteral("Vault"));
+    ASSERT_TRUE(copies(QStringLiteral("public")));
+    EXPECT_EQ(listed().first().textContent, QStringLiteral("public"));
+}
+
+TEST_F(AppRuntimeTest, ACopyWhileWeAreInFrontBelongsToTheLastOtherProgram)
+{
+    start();
+    bringToFront(QStringLiteral("editor"));
+    bringToFront(applicationIdentifier());
+    ASSERT_TRUE(copies(QStringLiteral("copied")));
+    EXPECT_EQ(listed().first().sourceBundleIdentifier, QStringLiteral("editor"));
+}
+
+TEST_F(AppRuntimeTest, AFailingScreenshotFolderLeavesTheClipboardWatched)
+{
+    directories.failWith(folder.path(), FileError::Case::ReadNoSuchFile);
+    start();
+    EXPECT_TRUE(runtime->isMonitoring());
+    ASSERT_TRUE(runtime->lastError());
+    EXPECT_TRUE(runtime->lastError()->startsWith(QStringLiteral("剪贴板记录仍在运行，但无法监听截图目录：")));
+    EXPECT_TRUE(copies(QStringLiteral("still recorded")));
+}
+
+TEST_F(AppRuntimeTest, TogglingTwiceWatchesAgainWithTheCurrentSettings)
+{
+    start();
+    EXPECT_EQ(directories.watched(), QStringList{folder.path()});
+    runtime->toggleMonitoring();
+    EXPECT_FALSE(runtime->isMonitoring());
+    EXPECT_TRUE(directories.watched().isEmpty());
+    pasteboard.setText(QStringLiteral("while paused"));
+    clock.advance(450ms);
+    runtime->settings().setMonitoredDirectory(QStringLiteral("/elsewhere"));
+    runtime->toggleMonitoring();
+    EXPECT_TRUE(runtime->isMonitoring());
+    EXPECT_EQ(directories.watched(), QStringList{QStringLiteral("/elsewhere")});
+    ASSERT_TRUE(copies(QStringLiteral("afterwards")));
+    EXPECT_EQ(listed().size(), 1);
+}
+
+TEST_F(AppRuntimeTest, OpensTheWindowThatTheEnvironmentNames)
+{
+    qputenv("TESSARY_UI_TEST_WINDOW", "settings");
+    start();
+    EXPECT_EQ(windows.settingsShown, 1);
+    EXPECT_FALSE(windows.isVisible);
+}
+
+TEST_F(AppRuntimeTest, OpensThePanelThatTheEnvironmentNames)
+{
+    qputenv("TESSARY_UI_TEST_WINDOW", "quick");
+    start();
+    EXPECT_TRUE(windows.isVisible);
+}
+
+TEST_F(AppRuntimeTest, OpensNothingForAnyOtherName)
+{
+    for (const char* name : {"Settings", "settings ", "quick2", ""}) {
+        qputenv("TESSARY_UI_TEST_WINDOW", name);
+        start();
+        EXPECT_EQ(windows.settingsShown, 0) << name;
+        EXPECT_FALSE(windows.isVisible) << name;
+        await(runtime->shutDown());
+        runtime.reset();
+    }
+}
+
+TEST_F(AppRuntimeTest, WithoutAHomeItRunsOnWithoutWatching)
+{
+    folders.failWith(FileError::Case::WriteNoPermission);
+    start();
+    EXPECT_FALSE(runtime->isMonitoring());
+    EXPECT_EQ(runtime->store(), nullptr);
+    EXPECT_TRUE(runtime->lastError());
+    runtime->toggleMonitoring();
+    EXPECT_FALSE(runtime->isMonitoring());
+}
+
+TEST_F(AppRuntimeTest, WithAProjectionThatIsNoDatabaseItSaysSoAndRunsOn)
+{
+    ASSERT_TRUE(QDir().mkpath(root()));
+    QFile file(projectionPath());
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(QByteArray(8192, 'x'));
+    file.close();
+    start();
+    EXPECT_EQ(runtime->store(), nullptr);
+    ASSERT_TRUE(runtime->lastError());
+    EXPECT_TRUE(runtime->lastError()->startsWith(QStringLiteral("数据库操作失败：")));
+    EXPECT_TRUE(eventually([&] { return hotKeys.registrations() == 3; }));
+}
+
+TEST_F(AppRuntimeTest, ACopyThatCannotBeStoredIsToldWithItsReason)
+{
+    start();
+    SQLiteConnection(projectionPath()).run("DROP TABLE screenshots_fts_v5");
+    pasteboard.setText(QStringLiteral("unlucky"));
+    clock.advance(450ms);
+    ASSERT_TRUE(eventually([&] { return runtime->lastError().has_value(); }));
+    EXPECT_TRUE(runtime->lastError()->startsWith(QStringLiteral("无法记录剪贴板：数据库")));
+    EXPECT_FALSE(runtime->lastError()->contains(QStringLiteral("unlucky")));
+}
+
+TEST_F(AppRuntimeTest, AnInvalidRecordIsToldAndTheRestGoesOn)
+{
+    start();
+    ASSERT_TRUE(copies(QStringLiteral("x")));
+    await(runtime->shutDown());
+    runtime.reset();
+    SQLiteConnection(root() + QStringLiteral("/Tessary.sqlite3"))
+        .run("UPDATE ScreenshotEntity SET ocrStatus = 77");
+    start();
+    ASSERT_TRUE(runtime->lastError());
+    EXPECT_TRUE(runtime->lastError()->startsWith(QStringLiteral("无法同步搜索索引：")));
+    EXPECT_TRUE(runtime->isMonitoring());
+}
+
+TEST_F(AppRuntimeTest, OnlyTheQuickSearchShortcutDecidesWhetherShortcutsAreAvailable)
+{
+    hotKeys.take({31, 6144});
+    start();
+    EXPECT_TRUE(eventually([&] { return runtime->hotKeyConflicts() == QSet{HotKey::LocalOCR}; }));
+    EXPECT_TRUE(runtime->hotKeyAvailable());
+    hotKeys.take({49, 2048});
+    hotKeys.free({31, 6144});
+    runtime->registerHotKeys();
+    EXPECT_TRUE(eventually([&] { return runtime->hotKeyConflicts() == QSet{HotKey::QuickSearch}; }));
+    EXPECT_FALSE(runtime->hotKeyAvailable());
+}
+
+TEST_F(AppRuntimeTest, TheShortcutsDoWhatTheyAreFor)
+{
+    start();
+    ASSERT_TRUE(eventually([&] { return hotKeys.registrations() == 3; }));
+    hotKeys.press({49, 2048});
+    EXPECT_TRUE(eventually([&] { return windows.isVisible; }));
+    hotKeys.press({49, 2048});
+    EXPECT_TRUE(eventually([&] { return !windows.isVisible; }));
+    hotKeys.press({35, 6144});
+    EXPECT_TRUE(eventually([&] { return !runtime->isMonitoring(); }));
+    hotKeys.press({31, 6144});
+    EXPECT_TRUE(eventually([&] { return windows.selections == 1; }));
+}
+
+TEST_F(AppRuntimeTest, PermissionsAreReadAgainWhenWeComeToTheFrontOnly)
+{
+    start();
+    ASSERT_TRUE(eventually([&] { return permissions.probes() == 1; }));
+    permissions.setState({true, true, false});
+    bringToFront(QStringLiteral("other"));
+    EXPECT_EQ(permissions.probes(), 1);
+    bringToFront(applicationIdentifier(), QCoreApplication::applicationPid());
+    EXPECT_TRUE(eventually([&] { return runtime->accessibilityPermissionGranted(); }));
+    EXPECT_TRUE(runtime->screenRecordingPermissionGranted());
+    EXPECT_FALSE(runtime->reminderPermissionGranted());
+}
+
+TEST_F(AppRuntimeTest, WhatHasBeenInTheTrashTooLongIsGoneAfterTheStart)
+{
+    defaults.set(QStringLiteral("trashRetentionDays"), 1);
+    start();
+    ASSERT_TRUE(copies(QStringLiteral("old")));
+    ASSERT_TRUE(copies(QStringLiteral("kept")));
+    const QList<ScreenshotRecord> both = listed();
+    const auto old = std::find_if(both.begin(), both.end(),
+                                  [](const auto& item) { return item.textContent == QStringLiteral("old"); });
+    await(runtime->moveToTrash(*old));
+    await(runtime->shutDown());
+    runtime.reset();
+    clock.advance(std::chrono::hours(50));
+    start();
+    ASSERT_EQ(listed().size(), 1);
+    EXPECT_EQ(listed().first().textContent, QStringLiteral("kept"));
+}
+
+TEST_F(AppRuntimeTest, WhatAPersonDoesToAnItemReachesTheLibrary)
+{
+    start();
+    ASSERT_TRUE(copies(QStringLiteral("item")));
+    await(runtime->toggleFavorite(listed().first()));
+    await(runtime->togglePinned(listed().first()));
+    await(runtime->saveMetadata(listed().first(), {QStringLiteral("tag")}, QStringLiteral("note")));
+    EXPECT_TRUE(listed().first().isFavorite);
+    EXPECT_TRUE(listed().first().isPinned);
+    EXPECT_EQ(listed().first().tags, QStringList{QStringLiteral("tag")});
+    await(runtime->toggleFavorite(listed().first()));
+    EXPECT_FALSE(listed().first().isFavorite);
+}
+
+TEST_F(AppRuntimeTest, AScreenshotThatAppearsIsImportedUnlessItsFolderIsExcluded)
+{
+    defaults.set(QStringLiteral("excludedDirectories"),
+                 QStringList{folder.file(QStringLiteral("shots/private"))});
+    const QString shots = folder.file(QStringLiteral("shots"));
+    ASSERT_TRUE(QDir().mkpath(shots));
+    defaults.set(QStringLiteral("monitoredDirectory"), shots);
+    start();
+    for (const char* name : {"Screenshot 1.png", "private screenshot.png"}) {
+        QFile file(shots + u'/' + QLatin1String(name));
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(name);
+    }
+    directories.announceChange(shots);
+    EXPECT_TRUE(eventually([&] {
+        if (clock.sleeping() > 0)
+            clock.advance(250ms);
+        return listed().size() == 1;
+    }));
+    EXPECT_EQ(listed().first().filename, QStringLiteral("Screenshot 1.png"));
+}
+
+} // namespace
+} // namespace tessary

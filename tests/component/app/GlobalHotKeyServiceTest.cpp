@@ -16,10 +16,12 @@ protected:
     {
         return {hotKey, shortcut, [this, hotKey] { pressed.append(hotKey); }};
     }
-    QSet<HotKey> registerAll(const HotKeyShortcut& search, const HotKeyShortcut& ocr, const HotKeyShortcut& toggle)
+    QSet<HotKey> registerAll(const HotKeyShortcut& search, const HotKeyShortcut& ocr,
+                             const HotKeyShortcut& toggle)
     {
-        return await(service->registerHotKeys({binding(HotKey::QuickSearch, search), binding(HotKey::LocalOCR, ocr),
-                                               binding(HotKey::ToggleMonitoring, toggle)}));
+        return await(
+            service->registerHotKeys({binding(HotKey::QuickSearch, search), binding(HotKey::LocalOCR, ocr),
+                                      binding(HotKey::ToggleMonitoring, toggle)}));
     }
 
     const HotKeyShortcut space{49, 2048, QStringLiteral("Space")};
@@ -94,7 +96,8 @@ TEST_F(GlobalHotKeyServiceTest, UnregistersEverythingAtItsEnd)
 
 TEST_F(GlobalHotKeyServiceTest, ItsSignatureSpellsItsFourCharacters)
 {
-    EXPECT_EQ(GlobalHotKeyService::kSignature, (quint32('T') << 24) | (quint32('S') << 16) | (quint32('R') << 8) | 'Y');
+    EXPECT_EQ(GlobalHotKeyService::kSignature,
+              (quint32('T') << 24) | (quint32('S') << 16) | (quint32('R') << 8) | 'Y');
 }
 
 } // namespace

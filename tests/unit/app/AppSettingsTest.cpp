@@ -55,7 +55,8 @@ TEST_F(AppSettingsTest, AFreshDomainHasTheDefaultsAndGainsExactlyThreeKeys)
 
 TEST_F(AppSettingsTest, ClampsTheWidthOfThePanel)
 {
-    const std::pair<double, double> cases[] = {{500, 780}, {2000, 1100}, {0, 780}, {-10, 780}, {900.5, 900.5}};
+    const std::pair<double, double> cases[] = {
+        {500, 780}, {2000, 1100}, {0, 780}, {-10, 780}, {900.5, 900.5}};
     for (const auto& [stored, expected] : cases)
         EXPECT_EQ(settingsWith("quickSearchWidth", stored).quickSearchWidth(), expected) << stored;
 }
@@ -75,7 +76,8 @@ TEST_F(AppSettingsTest, ANegativeLimitIsNoLimit)
 
 TEST_F(AppSettingsTest, ADisabledShortcutStaysAndAGarbledOneFallsBack)
 {
-    EXPECT_TRUE(settingsWith("quickSearchShortcut", QStringLiteral("disabled")).quickSearchShortcut().isDisabled());
+    EXPECT_TRUE(
+        settingsWith("quickSearchShortcut", QStringLiteral("disabled")).quickSearchShortcut().isDisabled());
     EXPECT_EQ(settingsWith("quickSearchShortcut", QStringLiteral("v3|?")).quickSearchShortcut().rawValue(),
               QStringLiteral("v2|49|2048|Space"));
     EXPECT_EQ(settingsWith("localOCRShortcut", QStringLiteral("optionH")).localOCRShortcut().rawValue(),
@@ -95,7 +97,8 @@ TEST_F(AppSettingsTest, StoredSwitchesWinOverTheirDefaults)
 {
     EXPECT_FALSE(settingsWith("accurateOCR", false).accurateOCR());
     EXPECT_FALSE(settingsWith("showMenuBarIcon", QStringLiteral("false")).showMenuBarIcon());
-    EXPECT_TRUE(settingsWith("autoCreateReminderAfterOCR", QStringLiteral("true")).autoCreateReminderAfterOCR());
+    EXPECT_TRUE(
+        settingsWith("autoCreateReminderAfterOCR", QStringLiteral("true")).autoCreateReminderAfterOCR());
 }
 
 TEST_F(AppSettingsTest, AssigningStoresAndPublishesWithoutClamping)

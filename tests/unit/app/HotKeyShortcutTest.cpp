@@ -21,16 +21,17 @@ TEST(HotKeyShortcutTest, ItsTextFormRoundTrips)
 TEST(HotKeyShortcutTest, RefusesOtherVersionsMissingPiecesAndBadNumbers)
 {
     for (const char* text :
-         {"v1|31|6144|O", "v2|31|6144", "v2|x|6144|O", "v2|31|-1|O", "", "|", "v2|31|6144|", "v2|4294967296|1|O",
-          "v2|31|4294967296|O", "v2|+|6144|O", "v2| 31|6144|O", "v2|0x1F|6144|O", "v2|31|++1|O", "V2|31|6144|O",
-          "Disabled", "optionX", "v2|３１|6144|O"})
+         {"v1|31|6144|O", "v2|31|6144", "v2|x|6144|O", "v2|31|-1|O", "", "|", "v2|31|6144|",
+          "v2|4294967296|1|O", "v2|31|4294967296|O", "v2|+|6144|O", "v2| 31|6144|O", "v2|0x1F|6144|O",
+          "v2|31|++1|O", "V2|31|6144|O", "Disabled", "optionX", "v2|３１|6144|O"})
         EXPECT_EQ(parse(text), std::nullopt) << text;
 }
 
 TEST(HotKeyShortcutTest, TakesALeadingPlusAndTheLargestNumbers)
 {
     EXPECT_EQ(parse("v2|31|+6144|O"), (HotKeyShortcut{31, 6144, QStringLiteral("O")}));
-    EXPECT_EQ(parse("v2|4294967295|4294967295|O"), (HotKeyShortcut{4294967295U, 4294967295U, QStringLiteral("O")}));
+    EXPECT_EQ(parse("v2|4294967295|4294967295|O"),
+              (HotKeyShortcut{4294967295U, 4294967295U, QStringLiteral("O")}));
 }
 
 TEST(HotKeyShortcutTest, EmptyPiecesAreDropped)
@@ -65,7 +66,8 @@ TEST(HotKeyShortcutTest, ReadsTheNamesOfEarlierForms)
 
 TEST(HotKeyShortcutTest, ShowsItsModifiersInTheFixedOrder)
 {
-    EXPECT_EQ((HotKeyShortcut{1, 0x100 | 0x200 | 0x800 | 0x1000, {}}).modifierTitle(), QStringLiteral("⌃⌥⇧⌘"));
+    EXPECT_EQ((HotKeyShortcut{1, 0x100 | 0x200 | 0x800 | 0x1000, {}}).modifierTitle(),
+              QStringLiteral("⌃⌥⇧⌘"));
     EXPECT_EQ((HotKeyShortcut{1, 6144, {}}).modifierTitle(), QStringLiteral("⌃⌥"));
     EXPECT_TRUE(HotKeyShortcut{}.modifierTitle().isEmpty());
 }

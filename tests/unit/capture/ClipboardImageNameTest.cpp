@@ -21,8 +21,9 @@ TEST(ClipboardImageNameTest, ANumberedNameLeadsBackToItsPlainOne)
 
 TEST(ClipboardImageNameTest, OtherFilesAreNotTakenForOurs)
 {
-    for (const char* name : {"a.png", "剪贴板图片.png", "剪贴板图片 2026-03-05 09.07.03.jpg",
-                             "x剪贴板图片 2026-03-05 09.07.03.png", "剪贴板图片 2026-03-05 09.07.03 copy.png"})
+    for (const char* name :
+         {"a.png", "剪贴板图片.png", "剪贴板图片 2026-03-05 09.07.03.jpg",
+          "x剪贴板图片 2026-03-05 09.07.03.png", "剪贴板图片 2026-03-05 09.07.03 copy.png"})
         EXPECT_TRUE(nominalImageName(QString::fromUtf8(name)).isEmpty()) << name;
 }
 

@@ -62,8 +62,10 @@ TEST_F(ImportJournalTest, SweepsHalfWrittenTemporariesAndNothingElse)
     touch(paths.originals + QStringLiteral("/.a.tmp"));
     touch(paths.root + QStringLiteral("/.b.tmp"));
     touch(paths.root + QStringLiteral("/c.tmp"));
-    journal.sweepTemporaries();
+    journal.sweepItemFolders();
     EXPECT_TRUE(filesIn(paths.originals).isEmpty());
+    EXPECT_EQ(filesIn(paths.root).size(), 2);
+    journal.sweepRoot();
     EXPECT_EQ(filesIn(paths.root), QStringList{QStringLiteral("c.tmp")});
 }
 
