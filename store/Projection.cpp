@@ -69,6 +69,13 @@ SQLiteStatement Projection::rowsInIdentifierOrder()
     return m_connection.query(sql);
 }
 
+SQLiteStatement Projection::rowsInStoredOrder()
+{
+    static const QByteArray sql =
+        "SELECT " + columnList(kProjectionColumns) + " FROM screenshots ORDER BY rowid";
+    return m_connection.query(sql);
+}
+
 QList<ScreenshotRecord> Projection::records(const QByteArray& sql, const QList<SQLiteValue>& bindings)
 {
     SQLiteStatement rows = m_connection.query(sql, bindings);
