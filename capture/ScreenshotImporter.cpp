@@ -59,6 +59,13 @@ FileFacts factsOf(const QString& path)
     return {dateOf(file.birthTime()), dateOf(file.lastModified()), file.exists() ? file.size() : -1};
 }
 
+/// @throws FileError.
+FileFacts copyOriginal(const QString& source, const QString& destination)
+{
+    copyFileAtomically(source, destination, Durability::PowerCut);
+    return factsOf(source);
+}
+
 QByteArray pngOf(const QImage& image)
 {
     QByteArray bytes;
@@ -218,18 +225,23 @@ ScreenshotImporter::addImage(Source source, ScreenshotRecord record,
     record.pixelHeight = size.height();
     record.libraryPath =
         m_paths.originals + QLatin1Char('/') + identifierText(record.id) + QLatin1Char('.') + record.fileType;
-    auto copying = m_lane.post([this, source, record] {
-        m_journal.begin(record.id);
-        try {
-            copyFileAtomically(source.path, record.libraryPath, Durability::PowerCut);
-        } catch (...) {
-            m_journal.discard(record.id);
-            throw;
-        }
-        return factsOf(source.path);
-    });
-    const FileFacts facts = co_await copying;
-    record.thumbnailPath = co_await createThumbnail(source.path, record.id);
+    auto beginning = m_lane.post([this, id = record.id] { m_journal.begin(id); });
+    co_await beginning;
+    auto thumbnail = createThumbnail(source.path, record.id); // made while the file is copied
+    FileFacts facts;
+    std::exception_ptr failure;
+    try {
+        auto copying =
+            m_lane.post([source, record] { return copyOriginal(source.path, record.libraryPath); });
+        facts = co_await copying;
+    } catch (...) {
+        failure = std::current_exception();
+    }
+    record.thumbnailPath = co_await thumbnail;
+    if (failure) {
+        co_await discardFiles(record.id);
+        std::rethrow_exception(failure);
+    }
     record.sourceAppIconPath = co_await saveAppIcon(application, record.id);
     attribute(record, application);
     record.importedAt = m_clock.now();
@@ -240,6 +252,12 @@ ScreenshotImporter::addImage(Source source, ScreenshotRecord record,
     record.contentType = ClipboardContentType::Image;
     const bool wasInserted = co_await insertOrDiscard(record);
     co_return wasInserted ? Record(record) : std::nullopt;
+}
+
+QCoro::Task<> ScreenshotImporter::discardFiles(QUuid id)
+{
+    auto discarding = m_lane.post([this, id] { m_journal.discard(id); });
+    co_await discarding;
 }
 
 QCoro::Task<bool> ScreenshotImporter::insertOrDiscard(ScreenshotRecord record)

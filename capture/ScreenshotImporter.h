@@ -57,6 +57,7 @@ private:
                                      CountDuplicate countDuplicate);
     QCoro::Task<Record> addImage(Source source, ScreenshotRecord record,
                                  std::optional<SourceApplicationSnapshot> application);
+    QCoro::Task<> discardFiles(QUuid id);
     QCoro::Task<bool> insertOrDiscard(ScreenshotRecord record);
     QCoro::Task<> waitUntilStable(QString path);
     QCoro::Task<QSize> pixelSize(QString path);

@@ -188,6 +188,11 @@ SQLiteStatement CoreDataScreenshotStore::rowsInIdentifierOrder()
     return select("ORDER BY id", {});
 }
 
+SQLiteStatement CoreDataScreenshotStore::rowsInStoredOrder()
+{
+    return select("ORDER BY rowid", {});
+}
+
 void CoreDataScreenshotStore::adopt(const std::function<std::optional<ScreenshotRecord>()>& next)
 {
     SQLiteTransaction transaction(m_connection);

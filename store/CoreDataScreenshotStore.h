@@ -34,6 +34,8 @@ public:
     [[nodiscard]] qint64 count();
     /// Every item in the order of its identifier, in the column order of `kProjectionColumns`.
     [[nodiscard]] SQLiteStatement rowsInIdentifierOrder();
+    /// The same rows in the order in which they lie on the disk, which is much quicker.
+    [[nodiscard]] SQLiteStatement rowsInStoredOrder();
     /// The item in such a row. @throws PersistenceError (InvalidRecord).
     [[nodiscard]] static ScreenshotRecord decode(const SQLiteStatement& row);
     /// Adds the items that the function hands out until it has no more, in one transaction; items that

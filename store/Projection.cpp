@@ -58,13 +58,21 @@ qint64 Projection::rowCount()
 
 qint64 Projection::searchRowCount()
 {
-    return m_connection.integerResult("SELECT count(*) FROM screenshots_fts_v5");
+    // Its table of sizes has one short row an item; counting the full-text rows would read all their texts.
+    return m_connection.integerResult("SELECT count(*) FROM screenshots_fts_v5_docsize");
 }
 
 SQLiteStatement Projection::rowsInIdentifierOrder()
 {
     static const QByteArray sql =
         "SELECT " + columnList(kProjectionColumns) + " FROM screenshots ORDER BY id";
+    return m_connection.query(sql);
+}
+
+SQLiteStatement Projection::rowsInStoredOrder()
+{
+    static const QByteArray sql =
+        "SELECT " + columnList(kProjectionColumns) + " FROM screenshots ORDER BY rowid";
     return m_connection.query(sql);
 }
 

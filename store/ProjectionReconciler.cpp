@@ -4,6 +4,7 @@
 #include "store/Projection.h"
 #include "store/ProjectionSchema.h"
 #include "store/RecordColumns.h"
+#include "store/RowSum.h"
 
 namespace tessary {
 namespace {
@@ -17,6 +18,14 @@ bool haveSameValues(const SQLiteStatement& left, const SQLiteStatement& right)
             return false;
     }
     return true;
+}
+
+RowSum sumOf(SQLiteStatement rows)
+{
+    RowSum sum;
+    while (rows.nextRow())
+        sum.add(rows, kRecordColumnCount);
+    return sum;
 }
 
 bool areSameItem(const SQLiteStatement& structured, const SQLiteStatement& projected)
@@ -37,7 +46,7 @@ void ProjectionReconciler::reconcile()
 {
     if (m_structuredStore.count() == 0 && m_projection.rowCount() > 0)
         adoptProjection();
-    const Difference difference = compare();
+    const Difference difference = haveEqualSums() ? Difference() : compare();
     const bool searchFits = hasAlignedSearchRows(m_projection.connection()) &&
                             m_projection.searchRowCount() == m_projection.rowCount();
     if (difference.isTooLarge || !searchFits)
@@ -54,6 +63,12 @@ void ProjectionReconciler::adoptProjection()
             return std::nullopt;
         return decodeProjectionRow(rows);
     });
+}
+
+bool ProjectionReconciler::haveEqualSums()
+{
+    return m_structuredStore.count() == m_projection.rowCount() &&
+           sumOf(m_structuredStore.rowsInStoredOrder()) == sumOf(m_projection.rowsInStoredOrder());
 }
 
 ProjectionReconciler::Difference ProjectionReconciler::compare()

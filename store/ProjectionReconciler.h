@@ -10,9 +10,11 @@ class Projection;
 /// Brings the projection in line with the store of record, in constant memory. Used once at start-up, on
 /// the store's lane.
 ///
-/// Both stores are walked side by side in the order of their identifiers, comparing raw values and only
-/// decoding rows that differ in them. A handful of differing items, as a crash between the two commits
-/// leaves, is mended one by one; anything more, or a full-text table that does not fit, is rebuilt.
+/// Both stores are read once in the order in which they lie on the disk; equal sums of their raw values are
+/// the end of it. Otherwise they are walked side by side in the order of their identifiers, comparing raw
+/// values and only decoding rows that differ in them. A handful of differing items, as a crash between the
+/// two commits leaves, is mended one by one; anything more, or a full-text table that does not fit, is
+/// rebuilt.
 class ProjectionReconciler {
 public:
     ProjectionReconciler(CoreDataScreenshotStore& structuredStore, Projection& projection);
@@ -27,6 +29,7 @@ private:
     };
 
     void adoptProjection();
+    [[nodiscard]] bool haveEqualSums();
     [[nodiscard]] Difference compare();
     void mend(const QStringList& identifiers);
     void rebuild();

@@ -126,11 +126,3 @@ BENCHMARK(pngFromBitmap)->Unit(benchmark::kMillisecond)->UseRealTime();
 
 } // namespace
 } // namespace tessary
-
-int main(int argc, char** argv)
-{
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
-}

@@ -231,6 +231,16 @@ TEST_F(ScreenshotImporterTest, OtherImportsGoOnWhileOneWaits)
     EXPECT_TRUE(run(std::move(waiting)));
 }
 
+TEST_F(ScreenshotImporterTest, APictureThatCannotBeCopiedLeavesNoThumbnailEither)
+{
+    ASSERT_TRUE(QDir().rmdir(paths.originals));
+    EXPECT_THROW(importPicture("homeless"), FileError);
+    EXPECT_TRUE(codec.requests.last().startsWith(QStringLiteral("writeThumbnail")));
+    EXPECT_TRUE(filesIn(paths.thumbnails).isEmpty());
+    EXPECT_TRUE(strayFiles().isEmpty());
+    EXPECT_TRUE(listed().isEmpty());
+}
+
 TEST_F(ScreenshotImporterTest, WhenTheStoreRefusesTheItemItsFilesAreRemoved)
 {
     icons.add(*editor.bundleURL, Qt::blue);
