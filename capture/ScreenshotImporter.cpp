@@ -4,6 +4,7 @@
 #include "base/ContentHash.h"
 #include "capture/AcceptedImages.h"
 #include "capture/ClipboardImageName.h"
+#include "capture/FileFacts.h"
 #include "capture/TextTitle.h"
 
 #include <QBuffer>
@@ -35,28 +36,6 @@ PreparedText prepare(const QString& text)
 {
     const QByteArray utf8 = text.toUtf8();
     return {contentHash(utf8), utf8.size(), titleOf(text)};
-}
-
-/// -1 while it is unknown.
-qint64 sizeOf(const QString& path)
-{
-    const QFileInfo file(path);
-    return file.exists() ? file.size() : -1;
-}
-
-struct FileFacts {
-    std::optional<Date> created;
-    std::optional<Date> modified;
-    qint64 size = -1;
-};
-
-FileFacts factsOf(const QString& path)
-{
-    const auto dateOf = [](const QDateTime& time) {
-        return time.isValid() ? std::optional(Date::fromDateTime(time)) : std::nullopt;
-    };
-    const QFileInfo file(path);
-    return {dateOf(file.birthTime()), dateOf(file.lastModified()), file.exists() ? file.size() : -1};
 }
 
 /// @throws FileError.
@@ -283,7 +262,7 @@ QCoro::Task<> ScreenshotImporter::waitUntilStable(QString path)
     qint64 size = -1;
     int steady = 0;
     for (int round = 0; round < kStabilityRounds; ++round) {
-        auto measuring = m_lane.post([path] { return sizeOf(path); });
+        auto measuring = m_lane.post([path] { return fileSize(path); });
         size = co_await measuring;
         steady = size > 0 && size == previous ? steady + 1 : 0;
         if (steady == kSteadyRounds)
