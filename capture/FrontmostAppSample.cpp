@@ -26,7 +26,7 @@ QList<FrontmostAppSample> decodeSamples(const QByteArray& json)
 {
     const QJsonDocument document = QJsonDocument::fromJson(json);
     QList<FrontmostAppSample> samples;
-    for (const QJsonValue& element : document.array()) {
+    for (const auto& element : document.array()) {
         const QJsonValue timestamp = element[kTimestamp];
         const std::optional<SourceApplicationSnapshot> application =
             element[kApplication].isObject() ? decodeSnapshot(element[kApplication].toObject())

@@ -70,7 +70,12 @@ public:
             m_last = isAlphanumeric ? Last::Alphanumeric : Last::Other;
         }
     }
-    [[nodiscard]] QString joined() && { return std::move(m_spaced) + QLatin1Char(' ') + m_compact; }
+    [[nodiscard]] QString joined() &&
+    {
+        m_spaced += QLatin1Char(' ');
+        m_spaced += m_compact;
+        return std::move(m_spaced);
+    }
 
     /// The character at `index`, which is moved to its last unit.
     [[nodiscard]] static char32_t codePoint(QStringView text, qsizetype& index)

@@ -63,7 +63,7 @@ public:
     void read(const char* key, QStringList& value)
     {
         const QJsonValue found = required(key, QJsonValue::Array);
-        for (const QJsonValue& element : found.toArray()) {
+        for (const auto& element : found.toArray()) {
             m_valid = m_valid && element.isString();
             value.append(element.toString());
         }

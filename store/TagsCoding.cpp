@@ -16,7 +16,7 @@ QStringList decodeTags(const QByteArray& json)
     if (!document.isArray())
         return {};
     QStringList tags;
-    for (const QJsonValue& element : document.array()) {
+    for (const auto& element : document.array()) {
         if (!element.isString())
             return {};
         tags.append(element.toString());

@@ -104,8 +104,10 @@ TEST_F(TextCaptureTest, ATwentyMegabyteTextIsKeptWhole)
 
 TEST_F(TextCaptureTest, SeveralOwnersAtOnceLeaveTheLastOneAndAWorkingMonitor)
 {
+    constexpr int kRivals = 8;
     std::vector<ChildProcess*> rivals;
-    for (int i = 0; i < 8; ++i) {
+    rivals.reserve(kRivals);
+    for (int i = 0; i < kRivals; ++i) {
         rivals.push_back(&program(QStringLiteral(TESSARY_CLIPBOARD_OWNER),
                                   {QStringLiteral("--prefix"), QStringLiteral("rival %1-").arg(i),
                                    QStringLiteral("--series"), QStringLiteral("5"), QStringLiteral("--every"),
