@@ -110,10 +110,8 @@ QString XdgFolders::userFolder(const QByteArray& key, const QString& usualName) 
     const QString list = QDir(configuration()).filePath(QStringLiteral("user-dirs.dirs"));
     if (const std::optional<KeyFile> file = KeyFile::read(list, kMaximumUserDirectoriesFile))
         named = file->value({}, key);
-    if (!named) {
-        const QString usual = QDir(homeFolder).filePath(usualName);
-        return QFileInfo(usual).isDir() ? usual : QString();
-    }
+    if (!named)
+        return QDir(homeFolder).filePath(usualName);
     QString path = unquoted(*named);
     const QLatin1String homeVariable("$HOME");
     if (path == homeVariable || path.startsWith(homeVariable + u'/'))

@@ -13,7 +13,7 @@ class XdgFolders : public StandardFolders {
 public:
     /// $XDG_DATA_HOME, else .local/share at home.
     [[nodiscard]] QString applicationSupport() const override;
-    /// As the user-directories file says; without a word from it, `Desktop` at home if that exists. Empty
+    /// As the user-directories file says; without a word from it, `Desktop` at home. Empty
     /// when the file switches it off by naming the home folder.
     [[nodiscard]] QString desktop() const override;
 
