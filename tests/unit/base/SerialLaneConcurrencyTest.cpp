@@ -16,8 +16,10 @@ TEST(SerialLaneConcurrencyTest, NeverRunsTwoPiecesOfWorkAtOnce)
     int unguarded = 0; // a race, should two pieces ever overlap
     {
         SerialLane lane(QStringLiteral("exclusive"));
+        constexpr int kPosters = 4;
         std::vector<std::jthread> posters;
-        for (int poster = 0; poster < 4; ++poster) {
+        posters.reserve(kPosters);
+        for (int poster = 0; poster < kPosters; ++poster) {
             posters.emplace_back([&] {
                 for (int i = 0; i < 500; ++i)
                     lane.postDetached([&unguarded] { ++unguarded; });
