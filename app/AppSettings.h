@@ -67,6 +67,12 @@ public:
     [[nodiscard]] bool automaticStorageCleanup() const { return m_values.automaticStorageCleanup; }
     [[nodiscard]] bool autoCreateReminderAfterOCR() const { return m_values.autoCreateReminderAfterOCR; }
 
+    /// Whether nothing is to be recorded while that application is in front: exact, case-sensitive equality.
+    [[nodiscard]] bool excludes(const std::optional<QString>& bundleIdentifier) const
+    {
+        return bundleIdentifier && m_values.excludedBundleIdentifiers.contains(*bundleIdentifier);
+    }
+
     // Each stores its value, and publishes it if it is another.
     void setMonitoredDirectory(const QString& path);
     void setAccurateOCR(bool isAccurate);

@@ -21,8 +21,7 @@ ClipboardIntake::ClipboardIntake(const AppSettings& settings, const FrontmostApp
 void ClipboardIntake::take(const ClipboardPayload& payload)
 {
     const std::optional<SourceApplicationSnapshot> source = sourceApplication();
-    if (source && source->bundleIdentifier &&
-        m_settings.excludedBundleIdentifiers().contains(*source->bundleIdentifier))
+    if (source && m_settings.excludes(source->bundleIdentifier))
         return;
     m_flows.add(import(payload, source));
 }

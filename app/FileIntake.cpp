@@ -48,8 +48,7 @@ QCoro::Task<> FileIntake::import(QString path, ScreenshotDirectoryMonitor::Repor
     const QDateTime captured = file.birthTime().isValid() ? file.birthTime() : file.lastModified();
     const std::optional<SourceApplicationSnapshot> source =
         m_tracker.application(Date::fromDateTime(captured), kMaxDistance);
-    if (source && source->bundleIdentifier &&
-        m_settings.excludedBundleIdentifiers().contains(*source->bundleIdentifier))
+    if (source && m_settings.excludes(source->bundleIdentifier))
         co_return;
     const bool isInitial = report == ScreenshotDirectoryMonitor::Report::InitialScan;
     const CountDuplicate countDuplicate = isInitial ? CountDuplicate::No : CountDuplicate::Yes;

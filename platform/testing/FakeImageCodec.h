@@ -2,9 +2,9 @@
 
 #include "base/AtomicFile.h"
 #include "platform/ImageCodec.h"
+#include "platform/testing/NextTurn.h"
 
 #include <QBuffer>
-#include <QCoreApplication>
 #include <QHash>
 #include <QStringList>
 
@@ -91,21 +91,10 @@ public:
     }
 
 private:
-    /// Comes back through the event loop.
-    struct NextTurn {
-        [[nodiscard]] bool await_ready() const noexcept { return false; }
-        void await_suspend(std::coroutine_handle<> handle)
-        {
-            QMetaObject::invokeMethod(
-                qApp, [handle] { handle.resume(); }, Qt::QueuedConnection);
-        }
-        void await_resume() const noexcept {}
-    };
-
     QCoro::Task<> begin(QString request, std::optional<ImageError::Case>& failure)
     {
         requests.append(request);
-        co_await NextTurn{};
+        co_await NextTurn();
         co_await gate.passed();
         if (failure)
             throw ImageError(*failure);
