@@ -237,7 +237,31 @@ void AppRuntime::performLocalOCR()
     m_windows.showRegionSelection();
 }
 
+// --- lists ------------------------------------------------------------------
+
+QCoro::Task<QList<ScreenshotRecord>> AppRuntime::search(ListRequest, std::stop_token)
+{
+    co_return {};
+}
+
+QCoro::Task<LibraryFacets> AppRuntime::facets()
+{
+    co_return {};
+}
+
 // --- what a person does to an item ------------------------------------------
+
+QCoro::Task<> AppRuntime::copy(ScreenshotRecord, bool)
+{
+    co_return;
+}
+
+void AppRuntime::preview(const ScreenshotRecord& record)
+{
+    m_windows.showPreview(record);
+}
+
+void AppRuntime::revealInFinder(const ScreenshotRecord&) {}
 
 QCoro::Task<> AppRuntime::toggleFavorite(ScreenshotRecord record)
 {

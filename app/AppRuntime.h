@@ -10,10 +10,9 @@
 #include "capture/KeyedGate.h"
 #include "capture/ScreenshotDirectoryMonitor.h"
 #include "platform/Platform.h"
+#include "search/LibraryActions.h"
 #include "store/AppPaths.h"
 #include "store/SQLiteStore.h"
-
-#include <QObject>
 
 namespace tessary {
 
@@ -23,7 +22,7 @@ class WindowPresenter;
 
 /// The one coordinator: owns every service, publishes what all windows observe, and delegates. Main thread
 /// only; lives as long as the program.
-class AppRuntime : public QObject {
+class AppRuntime : public LibraryActions {
     Q_OBJECT
 public:
     using HotKeys = QSet<GlobalHotKeyService::HotKey>;
@@ -62,9 +61,19 @@ public:
     void performLocalOCR();
     void refreshPermissions();
 
-    [[nodiscard]] QCoro::Task<> toggleFavorite(ScreenshotRecord record);
-    [[nodiscard]] QCoro::Task<> togglePinned(ScreenshotRecord record);
-    [[nodiscard]] QCoro::Task<> moveToTrash(ScreenshotRecord record);
+    [[nodiscard]] Clock& clock() override { return m_platform.clock; }
+    [[nodiscard]] QCoro::Task<QList<ScreenshotRecord>> search(ListRequest request,
+                                                              std::stop_token stop) override;
+    [[nodiscard]] QCoro::Task<LibraryFacets> facets() override;
+    [[nodiscard]] QCoro::Task<> copy(ScreenshotRecord record, bool pasteIntoPreviousApplication) override;
+    [[nodiscard]] QCoro::Task<> toggleFavorite(ScreenshotRecord record) override;
+    [[nodiscard]] QCoro::Task<> togglePinned(ScreenshotRecord record) override;
+    [[nodiscard]] QCoro::Task<> moveToTrash(ScreenshotRecord record) override;
+    void reportFailure(const QString& message) override { setLastError(message); }
+    /// Opens the item in a window of its own.
+    void preview(const ScreenshotRecord& record);
+    /// Shows the item's original file in the file manager.
+    void revealInFinder(const ScreenshotRecord& record);
     [[nodiscard]] QCoro::Task<> saveMetadata(ScreenshotRecord record, QStringList tags, QString note);
 
 Q_SIGNALS:
@@ -72,8 +81,6 @@ Q_SIGNALS:
     void hotKeysChanged();
     void permissionsChanged();
     void lastErrorChanged();
-    /// The library's content changed ("TessaryLibraryDidChange").
-    void libraryChanged();
 
 private:
     QCoro::Task<> openLibrary();

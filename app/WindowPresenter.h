@@ -2,6 +2,8 @@
 
 namespace tessary {
 
+struct ScreenshotRecord;
+
 /// The windows, as far as the runtime opens them. Implemented where the windows are; main thread only.
 class WindowPresenter {
 public:
@@ -10,6 +12,8 @@ public:
     virtual void showQuickSearch() = 0;
     virtual void hideQuickSearch() = 0;
     virtual void showSettings() = 0;
+    /// Shows the item in a window of its own.
+    virtual void showPreview(const ScreenshotRecord& record) = 0;
     /// Lets the person drag a region of the screen whose text is to be recognised.
     virtual void showRegionSelection() = 0;
 };

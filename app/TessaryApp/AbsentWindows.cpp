@@ -16,6 +16,11 @@ void AbsentWindows::showSettings()
     qCInfo(lcWindows, "the settings window was asked for; this version has no windows yet");
 }
 
+void AbsentWindows::showPreview(const ScreenshotRecord&)
+{
+    qCInfo(lcWindows, "a preview window was asked for; this version has none yet");
+}
+
 void AbsentWindows::showRegionSelection()
 {
     qCInfo(lcWindows, "text recognition was asked for; this version has no windows yet");

@@ -11,6 +11,7 @@ public:
     void showQuickSearch() override;
     void hideQuickSearch() override {}
     void showSettings() override;
+    void showPreview(const ScreenshotRecord& record) override;
     void showRegionSelection() override;
 };
 

@@ -36,10 +36,12 @@ public:
     void showQuickSearch() override { isVisible = true; }
     void hideQuickSearch() override { isVisible = false; }
     void showSettings() override { ++settingsShown; }
+    void showPreview(const ScreenshotRecord&) override { ++previews; }
     void showRegionSelection() override { ++selections; }
 
     bool isVisible = false;
     int settingsShown = 0;
+    int previews = 0;
     int selections = 0;
 };
 
