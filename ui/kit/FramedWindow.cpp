@@ -1,0 +1,132 @@
+#include "ui/kit/FramedWindow.h"
+
+#include "ui/kit/RoundedMask.h"
+#include "ui/kit/Theme.h"
+
+#include <QMouseEvent>
+#include <QPainter>
+#include <QWindow>
+
+namespace tessary {
+namespace {
+
+/// The line around a window that has no shadow; above everything and touched by nothing.
+class WindowEdge : public QWidget {
+public:
+    WindowEdge(const Theme& theme, int radius, QWidget* parent)
+        : QWidget(parent),
+          m_theme(theme),
+          m_radius(radius)
+    {
+        setAttribute(Qt::WA_TransparentForMouseEvents);
+        setAttribute(Qt::WA_NoSystemBackground);
+    }
+
+protected:
+    void paintEvent(QPaintEvent*) override
+    {
+        QPainter painter(this);
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setPen(m_theme.colours().solidEdge);
+        painter.setBrush(Qt::NoBrush);
+        painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), m_radius - 0.5, m_radius - 0.5);
+    }
+
+private:
+    const Theme& m_theme;
+    int m_radius;
+};
+
+} // namespace
+
+FramedWindow::FramedWindow(const Theme& theme, int radius, Qt::WindowFlags flags)
+    : QWidget(nullptr, flags | Qt::FramelessWindowHint),
+      m_theme(theme),
+      m_radius(radius),
+      m_body(new QWidget(this)),
+      m_edge(new WindowEdge(theme, radius, this))
+{
+    setPalette(theme.palette());
+    connect(&theme, &Theme::changed, this, [this] {
+        setPalette(m_theme.palette());
+        update();
+    });
+}
+
+void FramedWindow::setComposited(bool isComposited)
+{
+    if (m_isComposited == isComposited)
+        return;
+    const QSize size = m_body->size();
+    const QPoint place = bodyGeometry().topLeft();
+    m_isComposited = isComposited;
+    if (windowHandle() != nullptr)
+        destroy();
+    setAttribute(Qt::WA_TranslucentBackground, isComposited);
+    setAttribute(Qt::WA_NoSystemBackground, isComposited);
+    setFixedBodySize(size);
+    moveBody(place);
+}
+
+void FramedWindow::setFixedBodySize(const QSize& size)
+{
+    m_body->resize(size);
+    setFixedSize(size + QSize(2 * margin(), 2 * margin()));
+    layOut();
+}
+
+void FramedWindow::moveBody(const QPoint& topLeft)
+{
+    move(topLeft - QPoint(margin(), margin()));
+}
+
+void FramedWindow::layOut()
+{
+    m_body->setGeometry(rect().adjusted(margin(), margin(), -margin(), -margin()));
+    m_edge->setGeometry(rect());
+    m_edge->setVisible(!m_isComposited);
+    m_edge->raise();
+    if (m_isComposited)
+        clearMask();
+    else
+        setMask(roundedMask(size(), m_radius));
+}
+
+void FramedWindow::resizeEvent(QResizeEvent*)
+{
+    layOut();
+}
+
+void FramedWindow::showEvent(QShowEvent*)
+{
+    Q_EMIT bodyPlaced(m_body->geometry());
+}
+
+void FramedWindow::paintEvent(QPaintEvent*)
+{
+    QPainter painter(this);
+    const QRect body = m_body->geometry();
+    if (!m_isComposited) {
+        painter.fillRect(body, m_theme.colours().window);
+        return;
+    }
+    painter.setCompositionMode(QPainter::CompositionMode_Source);
+    painter.fillRect(rect(), Qt::transparent);
+    painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
+    m_shadow.paint(painter, body, m_radius, m_theme.colours(), devicePixelRatioF());
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(m_theme.colours().edge);
+    painter.drawRoundedRect(QRectF(body).adjusted(-1, -1, 1, 1), m_radius + 1, m_radius + 1);
+    painter.setBrush(m_theme.colours().window);
+    painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
+    painter.drawRoundedRect(body, m_radius, m_radius);
+}
+
+void FramedWindow::mousePressEvent(QMouseEvent* event)
+{
+    if (event->button() == Qt::LeftButton && windowHandle() != nullptr)
+        windowHandle()->startSystemMove();
+}
+
+} // namespace tessary

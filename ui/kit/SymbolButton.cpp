@@ -1,0 +1,184 @@
+#include "ui/kit/SymbolButton.h"
+
+#include "ui/kit/Symbol.h"
+#include "ui/kit/Theme.h"
+
+#include <QPainter>
+
+namespace tessary {
+namespace {
+
+constexpr int kPadding = 8;
+constexpr int kGap = 4;
+constexpr int kTrailingSize = 12;
+
+QColor blended(const QColor& from, const QColor& to, double share)
+{
+    const auto channel = [share](float a, float b) { return a + (b - a) * static_cast<float>(share); };
+    return QColor::fromRgbF(channel(from.redF(), to.redF()), channel(from.greenF(), to.greenF()),
+                            channel(from.blueF(), to.blueF()), channel(from.alphaF(), to.alphaF()));
+}
+
+QColor transparent(QColor colour)
+{
+    colour.setAlpha(0);
+    return colour;
+}
+
+} // namespace
+
+SymbolButton::SymbolButton(const Theme& theme, QString symbol, QWidget* parent)
+    : QAbstractButton(parent),
+      m_theme(theme),
+      m_symbol(std::move(symbol)),
+      m_hover(theme, *this)
+{
+    setFocusPolicy(Qt::TabFocus);
+    setAttribute(Qt::WA_Hover);
+    connect(&theme, &Theme::changed, this, qOverload<>(&QWidget::update));
+}
+
+void SymbolButton::setCheckedSymbol(const QString& symbol)
+{
+    m_checkedSymbol = symbol;
+}
+
+void SymbolButton::setTrailingSymbol(const QString& symbol)
+{
+    m_trailingSymbol = symbol;
+    updateGeometry();
+}
+
+void SymbolButton::setSymbolSize(int pixels)
+{
+    m_symbolSize = pixels;
+    updateGeometry();
+}
+
+void SymbolButton::setExtent(int pixels)
+{
+    m_extent = pixels;
+    updateGeometry();
+}
+
+void SymbolButton::setShowsText(bool shows)
+{
+    m_showsText = shows;
+    updateGeometry();
+}
+
+void SymbolButton::setTinted(bool isTinted)
+{
+    m_isTinted = isTinted;
+    update();
+}
+
+void SymbolButton::setHeld(bool isHeld)
+{
+    m_isHeld = isHeld;
+    update();
+}
+
+void SymbolButton::setRestingColour(const QColor& colour)
+{
+    m_restingColour = colour;
+    update();
+}
+
+QSize SymbolButton::sizeHint() const
+{
+    if (!m_showsText)
+        return {m_extent, m_extent};
+    int width =
+        kPadding + m_symbolSize + kGap + QFontMetrics(textFont()).horizontalAdvance(text()) + kPadding;
+    if (!m_trailingSymbol.isEmpty())
+        width += kGap + kTrailingSize;
+    return {width, m_extent};
+}
+
+QFont SymbolButton::textFont() const
+{
+    return m_theme.font(Theme::kBodySize);
+}
+
+QColor SymbolButton::background() const
+{
+    const ThemeColours& colours = m_theme.colours();
+    if (m_isHeld || isDown())
+        return colours.pressed;
+    if (isOn())
+        return blended(colours.accentTint, colours.accentTintHover, m_hover.value());
+    return blended(transparent(colours.raised), colours.raised, m_hover.value());
+}
+
+QColor SymbolButton::foreground() const
+{
+    const ThemeColours& colours = m_theme.colours();
+    if (!isEnabled())
+        return colours.tertiary;
+    if (isOn() && !m_isHeld)
+        return colours.accentText;
+    if (m_isHeld || isDown())
+        return m_restingColour.isValid() ? m_restingColour : colours.text;
+    if (m_restingColour.isValid())
+        return m_restingColour;
+    return blended(colours.secondaryText, colours.text, m_hover.value());
+}
+
+void SymbolButton::paintEvent(QPaintEvent*)
+{
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(background());
+    const double radius = m_extent < 20 ? Theme::kCapRadius : Theme::kControlRadius;
+    painter.drawRoundedRect(rect(), radius, radius);
+    const QColor colour = foreground();
+    const QString symbol = isChecked() && !m_checkedSymbol.isEmpty() ? m_checkedSymbol : m_symbol;
+    const int left = m_showsText ? kPadding : (width() - m_symbolSize) / 2;
+    painter.drawPixmap(left, (height() - m_symbolSize) / 2,
+                       Symbol(symbol).pixmap(m_symbolSize, colour, devicePixelRatioF()));
+    if (m_showsText) {
+        painter.setPen(colour);
+        painter.setFont(textFont());
+        const int textLeft = kPadding + m_symbolSize + kGap;
+        painter.drawText(QRect(textLeft, 0, width() - textLeft, height()), Qt::AlignVCenter, text());
+        if (!m_trailingSymbol.isEmpty())
+            painter.drawPixmap(width() - kPadding - kTrailingSize, (height() - kTrailingSize) / 2,
+                               Symbol(m_trailingSymbol).pixmap(kTrailingSize, colour, devicePixelRatioF()));
+    }
+    m_focusRing.paint(painter, m_theme, rect(), radius);
+}
+
+void SymbolButton::enterEvent(QEnterEvent* event)
+{
+    m_hover.setHovered(isEnabled());
+    QAbstractButton::enterEvent(event);
+}
+
+void SymbolButton::leaveEvent(QEvent* event)
+{
+    m_hover.setHovered(false);
+    QAbstractButton::leaveEvent(event);
+}
+
+void SymbolButton::focusInEvent(QFocusEvent* event)
+{
+    m_focusRing.focusIn(*event);
+    QAbstractButton::focusInEvent(event);
+}
+
+void SymbolButton::focusOutEvent(QFocusEvent* event)
+{
+    m_focusRing.focusOut();
+    QAbstractButton::focusOutEvent(event);
+}
+
+/// A hidden window gets no leave event.
+void SymbolButton::hideEvent(QHideEvent* event)
+{
+    m_hover.setHovered(false);
+    QAbstractButton::hideEvent(event);
+}
+
+} // namespace tessary

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <QLineEdit>
+
+namespace tessary {
+
+class Theme;
+
+/// The panel's text field: large type, no frame.
+class SearchField : public QLineEdit {
+    Q_OBJECT
+public:
+    explicit SearchField(const Theme& theme, QWidget* parent = nullptr);
+
+    /// An input method has text under way that is not in the field yet; keys are its own until then.
+    [[nodiscard]] bool isComposing() const { return m_isComposing; }
+
+protected:
+    void inputMethodEvent(QInputMethodEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
+
+private:
+    void applyTheme();
+
+    const Theme& m_theme;
+    bool m_isComposing = false;
+};
+
+} // namespace tessary
