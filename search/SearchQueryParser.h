@@ -5,8 +5,10 @@
 
 namespace tessary::SearchQueryParser {
 
-/// Takes the text apart: `app:`, `tag:`, `before:`, `after:` and `is:` with their values, the rest is
-/// keywords. Any thread.
+/// Takes the text apart: `app:`, `tag:`, `before:`, `after:` and `is:` (in any letter case, with no space
+/// around the colon) and their values, which are a word or words between double quotes. Such an operator
+/// counts even within a word, the last of its kind decides, and one whose value means nothing is passed
+/// over. The rest is keywords, separated by white space. Never fails; any thread.
 [[nodiscard]] SearchQuery parse(const QString& text, const Calendar& calendar);
 
 } // namespace tessary::SearchQueryParser

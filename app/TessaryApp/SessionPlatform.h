@@ -4,6 +4,7 @@
 #include "platform/linux/DesktopApplicationIcons.h"
 #include "platform/linux/DesktopScreenshotDefaults.h"
 #include "platform/linux/InotifyDirectoryWatcher.h"
+#include "platform/linux/PortalAppearance.h"
 #include "platform/linux/SettingsFile.h"
 #include "platform/linux/SystemClock.h"
 #include "platform/linux/XdgFolders.h"
@@ -22,12 +23,14 @@ public:
     SessionPlatform();
 
     [[nodiscard]] Platform platform();
+    [[nodiscard]] DesktopAppearance& appearance() { return m_appearance; }
     /// What the person should know about the settings file, if anything.
     [[nodiscard]] const std::optional<QString>& settingsProblem() const { return m_settings.problem(); }
 
 private:
     XdgFolders m_folders;
     SystemClock m_clock;
+    PortalAppearance m_appearance;
     SettingsFile m_settings;
     DesktopScreenshotDefaults m_screenshotTool;
     DesktopApplicationIcons m_icons;
