@@ -69,6 +69,8 @@ public:
     [[nodiscard]] QCoro::Task<> toggleFavorite(ScreenshotRecord record) override;
     [[nodiscard]] QCoro::Task<> togglePinned(ScreenshotRecord record) override;
     [[nodiscard]] QCoro::Task<> moveToTrash(ScreenshotRecord record) override;
+    /// Lets a task run to its end; its failure is told in `lastError`.
+    void perform(QCoro::Task<> task) { m_flows.add(std::move(task)); }
     void reportFailure(const QString& message) override { setLastError(message); }
     /// Opens the item in a window of its own.
     void preview(const ScreenshotRecord& record);

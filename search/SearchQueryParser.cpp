@@ -77,4 +77,22 @@ SearchQuery parse(const QString& text, const Calendar& calendar)
     return query;
 }
 
+QString removingOperator(const QString& text, const QString& key)
+{
+    const QString whole = withWholeCharacters(text);
+    QStringList pieces;
+    qsizetype end = 0;
+    QRegularExpressionMatchIterator matches = operators().globalMatch(whole);
+    while (matches.hasNext()) {
+        const QRegularExpressionMatch match = matches.next();
+        if (match.captured(1).compare(key, Qt::CaseInsensitive) != 0)
+            continue;
+        pieces.append(whole.sliced(end, match.capturedStart() - end).trimmed());
+        end = match.capturedEnd();
+    }
+    pieces.append(end == 0 ? whole : whole.sliced(end).trimmed());
+    pieces.removeAll(QString());
+    return pieces.join(QLatin1Char(' '));
+}
+
 } // namespace tessary::SearchQueryParser

@@ -11,4 +11,8 @@ namespace tessary::SearchQueryParser {
 /// over. The rest is keywords, separated by white space. Never fails; any thread.
 [[nodiscard]] SearchQuery parse(const QString& text, const Calendar& calendar);
 
+/// The text without its operators of that key ("app", "tag", "before", "after", "is") and the white space
+/// that stood between them and the rest.
+[[nodiscard]] QString removingOperator(const QString& text, const QString& key);
+
 } // namespace tessary::SearchQueryParser

@@ -29,7 +29,8 @@ protected:
         painter.setRenderHint(QPainter::Antialiasing);
         painter.setPen(m_theme.colours().solidEdge);
         painter.setBrush(Qt::NoBrush);
-        painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), m_radius - 0.5, m_radius - 0.5);
+        painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), m_radius - 0.5,
+                                m_radius - 0.5);
     }
 
 private:

@@ -19,10 +19,19 @@ constexpr int kRight = 8;
 constexpr int kTick = 12;
 constexpr int kSymbol = 16;
 constexpr int kGap = 8;
-constexpr int kTextOnly = kLeft + kTick + kGap; // where text starts without a symbol
-constexpr int kTextAfterSymbol = kTextOnly + kSymbol + kGap;
 constexpr int kShortcutGap = 24;
 constexpr int kNarrowest = 196;
+
+/// Where symbols start; ticks have a column of their own where there are any.
+int contentStart(const QStyleOptionMenuItem& item)
+{
+    return item.menuHasCheckableItems ? kLeft + kTick + kGap : kLeft;
+}
+
+int symbolColumn(const QStyleOptionMenuItem& item)
+{
+    return item.icon.isNull() ? 0 : kSymbol + kGap;
+}
 
 bool isHeading(const QStyleOptionMenuItem& item)
 {
@@ -78,8 +87,7 @@ QSize MenuStyle::sizeFromContents(ContentsType type, const QStyleOption* option,
     if (item->menuItemType == QStyleOptionMenuItem::Separator)
         return {kNarrowest, kSeparatorHeight};
     const QFontMetrics metrics(item->font);
-    int width = (item->maxIconWidth > 0 ? kTextAfterSymbol : kTextOnly) +
-                metrics.horizontalAdvance(label(*item)) + kRight;
+    int width = contentStart(*item) + symbolColumn(*item) + metrics.horizontalAdvance(label(*item)) + kRight;
     if (!keys(*item).isEmpty())
         width += kShortcutGap + metrics.horizontalAdvance(keys(*item));
     return {qMax(kNarrowest, width), kRowHeight};
@@ -108,7 +116,7 @@ void MenuStyle::drawItem(const QStyleOptionMenuItem& item, QPainter& painter, qr
     if (isHeading(item)) {
         painter.setFont(m_theme.font(Theme::kCaptionSize));
         painter.setPen(colours.secondaryText);
-        painter.drawText(row.adjusted(kTextOnly, 0, -kRight, 0), Qt::AlignVCenter, item.text);
+        painter.drawText(row.adjusted(contentStart(item), 0, -kRight, 0), Qt::AlignVCenter, item.text);
         return;
     }
     if (item.menuItemType == QStyleOptionMenuItem::Separator) {
@@ -131,11 +139,9 @@ void MenuStyle::drawItem(const QStyleOptionMenuItem& item, QPainter& painter, qr
     };
     if (item.checked)
         drawSymbol(QStringLiteral("checkmark"), kTick, kLeft, text);
-    int left = kTextOnly;
-    if (!item.icon.isNull()) { // its name says which symbol
-        drawSymbol(item.icon.name(), kSymbol, kTextOnly, quiet);
-        left = kTextAfterSymbol;
-    }
+    if (!item.icon.isNull()) // its name says which symbol
+        drawSymbol(item.icon.name(), kSymbol, contentStart(item), quiet);
+    const int left = contentStart(item) + symbolColumn(item);
     painter.setFont(item.font);
     painter.setPen(text);
     painter.drawText(row.adjusted(left, 0, -kRight, 0), Qt::AlignVCenter | Qt::TextHideMnemonic, label(item));

@@ -12,7 +12,7 @@
 namespace tessary {
 namespace {
 
-constexpr int kRest = 900; // milliseconds
+constexpr int kRest = 900;  // milliseconds
 constexpr int kTarget = 12; // how wide the pointer finds it
 constexpr int kThin = 4;
 constexpr int kWide = 8;

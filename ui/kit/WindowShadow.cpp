@@ -89,8 +89,10 @@ void WindowShadow::paint(QPainter& painter, const QRect& body, int radius, const
         for (std::size_t column = 0; column < columns.size(); ++column) {
             if (row == 1 && column == 1)
                 continue; // under the body
-            const QRectF target(columns[column].first, rows[row].first, columns[column].second, rows[row].second);
-            const QRectF source(sourceStart[column], sourceStart[row], sourceLength[column], sourceLength[row]);
+            const QRectF target(columns[column].first, rows[row].first, columns[column].second,
+                                rows[row].second);
+            const QRectF source(sourceStart[column], sourceStart[row], sourceLength[column],
+                                sourceLength[row]);
             painter.drawImage(target, m_corners, source);
         }
     }

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <QObject>
+#include <QRect>
+
+namespace tessary {
+
+/// What windows without the desktop's frame need from the window system. Main thread only; never blocks.
+class WindowEffects : public QObject {
+    Q_OBJECT
+public:
+    using QObject::QObject;
+
+    /// Whether windows may be translucent: a compositor runs.
+    [[nodiscard]] virtual bool isComposited() const = 0;
+    /// Lets the pointer through everywhere but there.
+    /// @param region logical pixels within the window.
+    virtual void setInputRegion(quintptr window, const QRect& region, qreal devicePixelRatio) = 0;
+    /// Asks for the keyboard for a window that is being shown because the person asked for it.
+    virtual void activate(quintptr window) = 0;
+
+Q_SIGNALS:
+    void compositedChanged();
+};
+
+} // namespace tessary

@@ -1,0 +1,101 @@
+#include "platform/x11/X11WindowEffects.h"
+
+#include "platform/x11/XcbReply.h"
+
+#include <xcb/shape.h>
+#include <xcb/xfixes.h>
+
+#include <cmath>
+
+namespace tessary {
+namespace {
+
+const QByteArray kActiveWindow("_NET_ACTIVE_WINDOW");
+
+/// A client that speaks for the person, whose requests window managers do not turn down.
+constexpr uint32_t kFromPager = 2;
+
+} // namespace
+
+X11WindowEffects::X11WindowEffects(QObject* parent) : WindowEffects(parent), m_loop("tessary-effects")
+{
+    m_loop.addHandler([this](const xcb_generic_event_t& event) { handle(event); });
+    watchCompositor();
+    m_loop.start();
+}
+
+/// Before the thread starts, so that the first window is right from the beginning.
+void X11WindowEffects::watchCompositor()
+{
+    xcb_connection_t* x = m_loop.connection();
+    m_serverTime.emplace(m_loop, createHiddenWindow(m_loop));
+    m_compositor = m_loop.atoms().atom("_NET_WM_CM_S0");
+    const xcb_query_extension_reply_t* extension = xcb_get_extension_data(x, &xcb_xfixes_id);
+    if (extension != nullptr && extension->present != 0) {
+        m_ownerEvent = static_cast<uint8_t>(extension->first_event + XCB_XFIXES_SELECTION_NOTIFY);
+        xcb_discard_reply(x, xcb_xfixes_query_version(x, 5, 0).sequence);
+        xcb_xfixes_select_selection_input(x, m_loop.root(), m_compositor,
+                                          XCB_XFIXES_SELECTION_EVENT_MASK_SET_SELECTION_OWNER |
+                                              XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_WINDOW_DESTROY |
+                                              XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_CLIENT_CLOSE);
+    }
+    const XcbReply<xcb_get_selection_owner_reply_t> owner(
+        xcb_get_selection_owner_reply(x, xcb_get_selection_owner(x, m_compositor), nullptr));
+    m_isComposited = owner && owner->owner != XCB_WINDOW_NONE;
+}
+
+void X11WindowEffects::handle(const xcb_generic_event_t& event)
+{
+    m_serverTime->handleEvent(event);
+    if (m_ownerEvent == 0 || (event.response_type & 0x7f) != m_ownerEvent)
+        return;
+    const auto& change = reinterpret_cast<const xcb_xfixes_selection_notify_event_t&>(event);
+    if (change.selection == m_compositor)
+        publish(change.owner != XCB_WINDOW_NONE);
+}
+
+void X11WindowEffects::publish(bool isComposited)
+{
+    const auto take = [this, isComposited] {
+        if (std::exchange(m_isComposited, isComposited) != isComposited)
+            Q_EMIT compositedChanged();
+    };
+    QMetaObject::invokeMethod(this, take, Qt::QueuedConnection);
+}
+
+void X11WindowEffects::setInputRegion(quintptr window, const QRect& region, qreal devicePixelRatio)
+{
+    const auto device = [devicePixelRatio](int value) { return std::lround(value * devicePixelRatio); };
+    const xcb_rectangle_t area{static_cast<int16_t>(device(region.x())), static_cast<int16_t>(device(region.y())),
+                               static_cast<uint16_t>(device(region.width())),
+                               static_cast<uint16_t>(device(region.height()))};
+    m_loop.post([this, window, area] {
+        xcb_shape_rectangles(m_loop.connection(), XCB_SHAPE_SO_SET, XCB_SHAPE_SK_INPUT,
+                             XCB_CLIP_ORDERING_UNSORTED, static_cast<xcb_window_t>(window), 0, 0, 1, &area);
+    });
+}
+
+void X11WindowEffects::activate(quintptr window)
+{
+    m_loop.post([this, window] {
+        m_serverTime->request([this, window](xcb_timestamp_t time) {
+            sendActivation(static_cast<xcb_window_t>(window), time);
+        });
+    });
+}
+
+void X11WindowEffects::sendActivation(xcb_window_t window, xcb_timestamp_t time)
+{
+    xcb_client_message_event_t message{};
+    message.response_type = XCB_CLIENT_MESSAGE;
+    message.format = 32;
+    message.window = window;
+    message.type = m_loop.atoms().atom(kActiveWindow);
+    message.data.data32[0] = kFromPager;
+    message.data.data32[1] = time;
+    xcb_send_event(m_loop.connection(), 0, m_loop.root(),
+                   XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT,
+                   reinterpret_cast<const char*>(&message));
+}
+
+} // namespace tessary

@@ -1,0 +1,35 @@
+#pragma once
+
+#include "platform/WindowEffects.h"
+#include "platform/x11/ServerTime.h"
+#include "platform/x11/X11EventLoop.h"
+
+#include <optional>
+
+namespace tessary {
+
+/// Compositor, input shapes and activation on an X server, on a connection of their own.
+class X11WindowEffects : public WindowEffects {
+    Q_OBJECT
+public:
+    /// Asks once whether a compositor runs, which takes a round trip. @throws X11Error without a display.
+    explicit X11WindowEffects(QObject* parent = nullptr);
+
+    [[nodiscard]] bool isComposited() const override { return m_isComposited; }
+    void setInputRegion(quintptr window, const QRect& region, qreal devicePixelRatio) override;
+    void activate(quintptr window) override;
+
+private:
+    void watchCompositor();
+    void handle(const xcb_generic_event_t& event);
+    void publish(bool isComposited);
+    void sendActivation(xcb_window_t window, xcb_timestamp_t time);
+
+    bool m_isComposited = false; // main thread
+    uint8_t m_ownerEvent = 0;    // the loop's thread, as all below
+    xcb_atom_t m_compositor = XCB_ATOM_NONE;
+    std::optional<ServerTime> m_serverTime;
+    X11EventLoop m_loop;
+};
+
+} // namespace tessary

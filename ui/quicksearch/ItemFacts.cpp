@@ -1,0 +1,75 @@
+#include "ui/quicksearch/ItemFacts.h"
+
+#include <QCoreApplication>
+#include <QLocale>
+
+#include <array>
+
+namespace tessary {
+namespace {
+
+QString translated(const char* text)
+{
+    return QCoreApplication::translate("ItemFacts", text);
+}
+
+QString separator()
+{
+    return QStringLiteral(" · ");
+}
+
+QString kindText(const ScreenshotRecord& record)
+{
+    if (record.contentType == ClipboardContentType::Text)
+        return translated("文字");
+    if (record.fileType.isEmpty())
+        return translated("图片");
+    return translated("图片（%1）").arg(record.fileType.toUpper());
+}
+
+QString extentText(const ScreenshotRecord& record, bool isCut)
+{
+    const QString size = byteCountText(record.fileSize);
+    if (record.contentType == ClipboardContentType::Image)
+        return QStringLiteral("%1 × %2").arg(record.pixelWidth).arg(record.pixelHeight) + separator() + size;
+    if (isCut)
+        return size;
+    const qsizetype characters = record.textContent.toUcs4().size();
+    return translated("%1 个字符").arg(QLocale().toString(characters)) + separator() + size;
+}
+
+} // namespace
+
+QString byteCountText(qint64 bytes)
+{
+    constexpr double kStep = 1000;
+    constexpr qint64 kTenthsFrom = 100;
+    static const std::array kUnits{QStringLiteral(" KB"), QStringLiteral(" MB"), QStringLiteral(" GB"),
+                                   QStringLiteral(" TB")};
+    if (bytes < kTenthsFrom)
+        return QString::number(bytes) + QStringLiteral(" B");
+    double amount = static_cast<double>(bytes) / kStep;
+    std::size_t unit = 0;
+    while (amount >= kStep - 0.5 && unit + 1 < kUnits.size()) {
+        amount /= kStep;
+        ++unit;
+    }
+    constexpr double kWholeFrom = 9.95;
+    return QString::number(amount, 'f', amount < kWholeFrom ? 1 : 0) + kUnits.at(unit);
+}
+
+ItemFacts itemFacts(const ScreenshotRecord& record, bool isCut, const Calendar& calendar)
+{
+    ItemFacts facts;
+    facts.kind = kindText(record);
+    facts.extent = extentText(record, isCut);
+    const auto milliseconds = static_cast<qint64>(record.capturedAt.secondsSince1970 * 1000);
+    facts.time = QDateTime::fromMSecsSinceEpoch(milliseconds, calendar.timeZone)
+                     .toString(QStringLiteral("yyyy-MM-dd HH:mm"));
+    facts.source = record.sourceAppName.value_or(QString()).simplified();
+    if (facts.source.isEmpty())
+        facts.source = translated("未知");
+    return facts;
+}
+
+} // namespace tessary

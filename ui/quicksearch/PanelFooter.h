@@ -1,0 +1,27 @@
+#pragma once
+
+#include <QWidget>
+
+class QLabel;
+
+namespace tessary {
+
+class Theme;
+
+/// The panel's bottom: how many results there are, and the keys to use them with.
+class PanelFooter : public QWidget {
+    Q_OBJECT
+public:
+    explicit PanelFooter(const Theme& theme, QWidget* parent = nullptr);
+
+    void setCount(qsizetype count);
+
+private:
+    void addHint(const QString& keys, const QString& word);
+    void applyTheme();
+
+    const Theme& m_theme;
+    QLabel* m_count;
+};
+
+} // namespace tessary

@@ -1,0 +1,69 @@
+#pragma once
+
+#include "search/ScreenshotSearchViewModel.h"
+
+#include <QObject>
+#include <QPointer>
+#include <QTimer>
+
+class QKeyEvent;
+class QScreen;
+
+namespace tessary {
+
+class AppRuntime;
+class KeyableSearchPanel;
+class QuickSearchView;
+class Theme;
+class WindowEffects;
+
+/// Owns the panel, places it, and knows what keys mean while it is shown.
+class QuickSearchPanelController : public QObject {
+    Q_OBJECT
+public:
+    QuickSearchPanelController(AppRuntime& runtime, const Theme& theme, WindowEffects& effects);
+    ~QuickSearchPanelController() override;
+
+    void show();
+    /// Removes the key monitor and orders the panel out.
+    void hide();
+    [[nodiscard]] bool isVisible() const;
+    [[nodiscard]] bool isNavigatingResults() const { return m_isNavigatingResults; }
+    [[nodiscard]] ScreenshotSearchViewModel& model() { return m_model; }
+    [[nodiscard]] KeyableSearchPanel& panel() { return *m_panel; }
+
+    /// Where the panel's body goes on a screen with that usable area.
+    [[nodiscard]] static QPoint place(const QRect& visibleFrame, const QSize& size);
+
+Q_SIGNALS:
+    /// The panel has the keyboard, or will not get it.
+    void keyboardSettled();
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void position();
+    void installEventMonitor();
+    void removeEventMonitor();
+    /// @returns whether the event is consumed.
+    bool handle(const QKeyEvent& event);
+    bool handleKey(const QKeyEvent& event, bool hasCommand);
+    void typeIntoField(const QKeyEvent& event);
+    void moveSelection(int step);
+    void panelBecameKey();
+    void panelResignedKey();
+    void panelResized();
+    void releaseMemory();
+
+    AppRuntime& m_runtime;
+    WindowEffects& m_effects;
+    ScreenshotSearchViewModel m_model;
+    std::unique_ptr<KeyableSearchPanel> m_panel;
+    QuickSearchView* m_view;
+    bool m_isMonitoring = false; // keys
+    bool m_isNavigatingResults = false;
+    QTimer m_rest; // after hiding, until memory is given back
+};
+
+} // namespace tessary
