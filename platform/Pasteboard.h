@@ -16,7 +16,13 @@ enum class PasteboardType {
     Text,   ///< Plain text in UTF-8.
 };
 
-/// The system clipboard. Main thread only; reading is asynchronous and never blocks it.
+/// Where written contents can be pasted from.
+enum class PasteboardReach {
+    Clipboard,
+    ClipboardAndSelection, ///< Also what a middle click or a terminal's own paste key inserts.
+};
+
+/// The system clipboard. Main thread only; reading and writing are asynchronous and never block it.
 class Pasteboard {
 public:
     virtual ~Pasteboard() = default;
@@ -35,6 +41,17 @@ public:
     virtual void setFetching(bool isFetching) = 0;
     /// Lets go of what is kept for that change count or an older one; it has been dealt with.
     virtual void release(qint64 changeCount) = 0;
+    /// Replaces the contents by plain text. Like any other program's write it raises the change count, and
+    /// the text comes back through `data`. @returns false when the session did not let us.
+    [[nodiscard]] virtual QCoro::Task<bool> writeText(QString text, PasteboardReach reach) = 0;
+    /// Replaces the contents by the picture in that file: the file's own bytes, and a PNG made of them when
+    /// somebody asks for one. The file may be deleted afterwards.
+    /// @returns false when it cannot be read or is no PNG, JPEG, TIFF or HEIF picture, with the contents left
+    ///          as they were; also when the session did not let us.
+    [[nodiscard]] virtual QCoro::Task<bool> writeImage(QString path, PasteboardReach reach) = 0;
+    /// Before the program ends: gives what we wrote to whoever keeps clipboards in this session, so that it
+    /// can still be pasted. Ends within 6 s, and 2 s after the last progress.
+    [[nodiscard]] virtual QCoro::Task<> handOver() = 0;
 };
 
 } // namespace tessary

@@ -24,6 +24,7 @@ SessionPlatform::SessionPlatform()
     : m_settings(settingsPath(m_folders)),
       m_screenshotTool(m_folders),
       m_icons(m_folders.dataFolders(), QIcon::themeName()),
+      m_pasteboard(m_imageCodec),
       m_workspace(
           DesktopEntries(m_folders.dataFolders(), QString::fromLatin1(std::setlocale(LC_MESSAGES, nullptr))))
 {

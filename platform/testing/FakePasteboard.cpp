@@ -2,6 +2,8 @@
 
 #include "platform/testing/NextTurn.h"
 
+#include <QFile>
+
 #include <utility>
 
 namespace tessary::testing {
@@ -37,6 +39,41 @@ void FakePasteboard::release(qint64 changeCount)
 {
     m_released.append(changeCount);
     m_releasedUpTo = std::max(m_releasedUpTo, changeCount);
+}
+
+QCoro::Task<bool> FakePasteboard::writeText(QString text, PasteboardReach reach)
+{
+    const Contents contents{{PasteboardType::Text, text.toUtf8()}};
+    co_return co_await write(contents, reach);
+}
+
+QCoro::Task<bool> FakePasteboard::writeImage(QString path, PasteboardReach reach)
+{
+    QFile file(path);
+    const QByteArray bytes = file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    co_await NextTurn();
+    if (bytes.isEmpty())
+        co_return false;
+    const bool isPng = path.endsWith(QLatin1String(".png"));
+    const Contents contents{{isPng ? PasteboardType::Png : PasteboardType::Bitmap, bytes}};
+    co_return co_await write(contents, reach);
+}
+
+QCoro::Task<bool> FakePasteboard::write(Contents contents, PasteboardReach reach)
+{
+    co_await NextTurn();
+    if (m_refusesWrites)
+        co_return false;
+    if (reach == PasteboardReach::ClipboardAndSelection)
+        m_selection = contents;
+    setContents(contents);
+    co_return true;
+}
+
+QCoro::Task<> FakePasteboard::handOver()
+{
+    co_await NextTurn();
+    ++m_handOvers;
 }
 
 void FakePasteboard::setContents(Contents contents)

@@ -21,6 +21,12 @@ public:
                                                               PasteboardType type) override;
     void setFetching(bool isFetching) override { m_isFetching = isFetching; }
     void release(qint64 changeCount) override;
+    /// Succeeds unless `refuseWrites()`; the contents are there, and counted, when the task ends.
+    [[nodiscard]] QCoro::Task<bool> writeText(QString text, PasteboardReach reach) override;
+    /// Reads the file as it is; one that is missing or empty is refused. A file whose
+    /// name ends with ".png" is offered as PNG, any other as bitmap.
+    [[nodiscard]] QCoro::Task<bool> writeImage(QString path, PasteboardReach reach) override;
+    [[nodiscard]] QCoro::Task<> handOver() override;
 
     /// Another program copies. The same contents again are a change too.
     void setContents(Contents contents);
@@ -29,6 +35,13 @@ public:
     void setBitmap(const QByteArray& bitmap) { setContents({{PasteboardType::Bitmap, bitmap}}); }
     void setSupport(Support support) { m_support = std::move(support); }
 
+    void refuseWrites() { m_refusesWrites = true; }
+    /// What may be pasted now, by us or another program.
+    [[nodiscard]] const Contents& contents() const { return m_contents; }
+    [[nodiscard]] QString text() const { return QString::fromUtf8(m_contents.value(PasteboardType::Text)); }
+    /// What a middle click would insert, as far as we wrote it.
+    [[nodiscard]] const Contents& selection() const { return m_selection; }
+    [[nodiscard]] int handOvers() const { return m_handOvers; }
     [[nodiscard]] bool isFetching() const { return m_isFetching; }
     /// From now on nothing is answered until `letGo()`: a slow owner.
     void hold() { m_held = true; }
@@ -43,10 +56,15 @@ public:
 private:
     class Gate;
 
+    QCoro::Task<bool> write(Contents contents, PasteboardReach reach);
+
     Support m_support;
     qint64 m_changeCount = 0;
     qint64 m_releasedUpTo = -1;
     Contents m_contents;
+    Contents m_selection;
+    bool m_refusesWrites = false;
+    int m_handOvers = 0;
     bool m_held = false;
     bool m_isFetching = false;
     std::vector<std::coroutine_handle<>> m_waiting;

@@ -1,13 +1,18 @@
 #include "platform/x11/X11Pasteboard.h"
 
+#include "platform/ImageCodec.h"
 #include "platform/x11/XcbReply.h"
-
-#include <xcb/xfixes.h>
 
 namespace tessary {
 
-X11Pasteboard::X11Pasteboard(const QByteArray& display, const TransferLimits& limits)
-    : m_limits(limits),
+X11Pasteboard::X11Pasteboard(ImageCodec& imageCodec, const QByteArray& display, const Limits& limits)
+    : m_imageCodec(imageCodec),
+      m_limits(limits.reading),
+      m_lane(QStringLiteral("tessary.pasting")),
+      m_server(display, limits.writing,
+               [this](const PngOnDemand::Picture& picture, const std::function<void(QByteArray)>& done) {
+                   makePng(picture, done);
+               }),
       m_loop("tessary.clip", display)
 {
     m_loop.atoms().prefetch({"CLIPBOARD", "TARGETS", "INCR", "TESSARY_TRANSFER", "UTF8_STRING"});
@@ -60,13 +65,64 @@ void X11Pasteboard::release(qint64 changeCount)
     m_shelf.release(changeCount);
 }
 
+QCoro::Task<bool> X11Pasteboard::writeText(QString text, PasteboardReach reach)
+{
+    auto encoding = m_lane.post([text] { return ClipboardOffer::text(text.toUtf8()); });
+    const SelectionServer::Offer offer = co_await encoding;
+    const bool isOurs = co_await m_server.claim(offer, reach);
+    co_return isOurs;
+}
+
+QCoro::Task<bool> X11Pasteboard::writeImage(QString path, PasteboardReach reach)
+{
+    auto opening = m_lane.post([path] { return PictureFile::open(path); });
+    const std::shared_ptr<const PictureFile> picture = co_await opening;
+    if (!picture)
+        co_return false;
+    try {
+        co_await m_imageCodec.pixelSize(path);
+    } catch (const ImageError&) {
+        co_return false;
+    }
+    const bool isOurs = co_await m_server.claim(ClipboardOffer::image(picture), reach);
+    co_return isOurs;
+}
+
+QCoro::Task<> X11Pasteboard::handOver()
+{
+    co_await m_server.handOver();
+}
+
+/// On the server's thread.
+void X11Pasteboard::makePng(const PngOnDemand::Picture& picture, std::function<void(QByteArray)> done)
+{
+    const auto make = [this, picture, done = std::move(done)] {
+        QCoro::connect(pngOf(picture), &m_context, done);
+    };
+    QMetaObject::invokeMethod(&m_context, make, Qt::QueuedConnection);
+}
+
+QCoro::Task<QByteArray> X11Pasteboard::pngOf(PngOnDemand::Picture picture)
+{
+    ImageCodec& codec = m_imageCodec; // outlives us
+    auto reading = m_lane.post([picture] { return picture->read(0, picture->size()); });
+    const QByteArray bytes = co_await reading;
+    QByteArray png;
+    try {
+        png = co_await codec.pngFromBitmap(bytes);
+    } catch (const ImageError&) {
+        png.clear(); // the requestor is told that there is none
+    }
+    co_return png;
+}
+
 void X11Pasteboard::handleEvent(const xcb_generic_event_t& event)
 {
     constexpr uint8_t kSentFlag = 0x80;
     if ((event.response_type & ~kSentFlag) == m_ownerEvent) {
         const auto& notify = reinterpret_cast<const xcb_xfixes_selection_notify_event_t&>(event);
         if (notify.owner != XCB_WINDOW_NONE)
-            ownerChanged(notify.timestamp);
+            ownerChanged(notify);
         return;
     }
     // By key: an event may end a fetch, and with it its place in the map.
@@ -79,7 +135,7 @@ void X11Pasteboard::handleEvent(const xcb_generic_event_t& event)
     }
 }
 
-void X11Pasteboard::ownerChanged(xcb_timestamp_t time)
+void X11Pasteboard::ownerChanged(const xcb_xfixes_selection_notify_event_t& notify)
 {
     for (const auto& [count, fetch] : m_fetches)
         fetch->ownerReplaced();
@@ -87,8 +143,12 @@ void X11Pasteboard::ownerChanged(xcb_timestamp_t time)
     dropUnwanted();
     if (!m_isFetching)
         return m_shelf.put(count, {});
-    m_fetches[count] =
-        std::make_unique<ClipboardFetch>(m_loop, time, m_limits, [this, count](ClipboardSnapshot snapshot) {
+    // Our own text need not travel; a picture comes from its file, piece by piece, as to anybody else.
+    const SelectionServer::Offer own = m_server.ownOffer(notify.owner, notify.selection_timestamp);
+    if (own && own->utf8())
+        return m_shelf.put(count, {std::nullopt, std::nullopt, own->utf8()});
+    m_fetches[count] = std::make_unique<ClipboardFetch>(
+        m_loop, notify.timestamp, m_limits, [this, count](ClipboardSnapshot snapshot) {
             m_shelf.put(count, std::move(snapshot));
             // Not at once: the fetch is still running the code that called us.
             m_loop.post([this, count] { m_fetches.erase(count); });
