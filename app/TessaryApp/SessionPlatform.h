@@ -2,6 +2,7 @@
 
 #include "platform/Platform.h"
 #include "platform/linux/DesktopApplicationIcons.h"
+#include "platform/linux/DesktopFileManager.h"
 #include "platform/linux/DesktopScreenshotDefaults.h"
 #include "platform/linux/InotifyDirectoryWatcher.h"
 #include "platform/linux/PortalAppearance.h"
@@ -40,6 +41,7 @@ private:
     X11Workspace m_workspace;
     X11GlobalHotKeys m_hotKeys;
     X11Permissions m_permissions;
+    DesktopFileManager m_fileManager;
 };
 
 } // namespace tessary
