@@ -261,7 +261,21 @@ void AppRuntime::preview(const ScreenshotRecord& record)
     m_windows.showPreview(record);
 }
 
-void AppRuntime::revealInFinder(const ScreenshotRecord&) {}
+void AppRuntime::revealInFinder(const ScreenshotRecord& record)
+{
+    m_flows.add(reveal(record));
+}
+
+QCoro::Task<> AppRuntime::reveal(ScreenshotRecord record)
+{
+    if (record.contentType == ClipboardContentType::Text) {
+        setLastError(tr("文本项目没有对应的文件。"));
+        co_return;
+    }
+    const QStringList places{record.originalPath, record.libraryPath};
+    const std::optional<QString> there = co_await m_libraryFiles.firstExisting(places);
+    co_await m_platform.fileManager.reveal(there.value_or(record.originalPath));
+}
 
 QCoro::Task<> AppRuntime::toggleFavorite(ScreenshotRecord record)
 {

@@ -74,7 +74,8 @@ public:
     void reportFailure(const QString& message) override { setLastError(message); }
     /// Opens the item in a window of its own.
     void preview(const ScreenshotRecord& record);
-    /// Shows the item's original file in the file manager.
+    /// Shows the item's original file in the file manager, or the library's copy when the original is gone.
+    /// A text has no file: that is told in `lastError`, as is any failure.
     void revealInFinder(const ScreenshotRecord& record);
     [[nodiscard]] QCoro::Task<> saveMetadata(ScreenshotRecord record, QStringList tags, QString note);
 
@@ -92,6 +93,7 @@ private:
     QCoro::Task<> purgeExpiredTrash();
     QCoro::Task<> updateHotKeys();
     QCoro::Task<> updatePermissions();
+    QCoro::Task<> reveal(ScreenshotRecord record);
     void stopMonitoring();
     void openRequestedWindow();
     void observeActivation();

@@ -19,6 +19,18 @@ QCoro::Task<AppPaths> LibraryFiles::prepare(const StandardFolders& folders)
     co_return co_await preparing;
 }
 
+QCoro::Task<std::optional<QString>> LibraryFiles::firstExisting(QStringList paths)
+{
+    auto looking = m_lane.post([paths]() -> std::optional<QString> {
+        for (const QString& path : paths) {
+            if (!path.isEmpty() && QFile::exists(path))
+                return path;
+        }
+        return std::nullopt;
+    });
+    co_return co_await looking;
+}
+
 QCoro::Task<> LibraryFiles::removeFilesOf(QList<ScreenshotRecord> records)
 {
     auto removing = m_lane.post([records] {

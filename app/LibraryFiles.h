@@ -18,6 +18,8 @@ public:
     /// Finds the library's folders, making what is missing and clearing away half-written files of an
     /// earlier run. @throws FileError.
     [[nodiscard]] QCoro::Task<AppPaths> prepare(const StandardFolders& folders);
+    /// @returns the first of the paths at which there is a file.
+    [[nodiscard]] QCoro::Task<std::optional<QString>> firstExisting(QStringList paths);
     /// Removes the original, thumbnail and icon of each; what cannot be removed is passed over.
     [[nodiscard]] QCoro::Task<> removeFilesOf(QList<ScreenshotRecord> records);
 

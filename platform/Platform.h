@@ -3,6 +3,7 @@
 #include "platform/ApplicationIcons.h"
 #include "platform/Clock.h"
 #include "platform/DirectoryWatch.h"
+#include "platform/FileManager.h"
 #include "platform/GlobalHotKeyFacility.h"
 #include "platform/ImageCodec.h"
 #include "platform/Pasteboard.h"
@@ -27,6 +28,7 @@ struct Platform {
     GlobalHotKeyFacility& hotKeys;
     Permissions& permissions;
     DirectoryWatcher& directories;
+    FileManager& fileManager;
 };
 
 } // namespace tessary

@@ -2,6 +2,7 @@
 
 #include "platform/Platform.h"
 #include "platform/linux/DesktopApplicationIcons.h"
+#include "platform/linux/DesktopFileManager.h"
 #include "platform/linux/DesktopScreenshotDefaults.h"
 #include "platform/linux/InotifyDirectoryWatcher.h"
 #include "platform/linux/PortalAppearance.h"
@@ -12,6 +13,7 @@
 #include "platform/x11/X11GlobalHotKeys.h"
 #include "platform/x11/X11Pasteboard.h"
 #include "platform/x11/X11Permissions.h"
+#include "platform/x11/X11StatusHosts.h"
 #include "platform/x11/X11Workspace.h"
 
 namespace tessary {
@@ -24,6 +26,7 @@ public:
 
     [[nodiscard]] Platform platform();
     [[nodiscard]] DesktopAppearance& appearance() { return m_appearance; }
+    [[nodiscard]] StatusHosts& statusHosts() { return m_statusHosts; }
     /// What the person should know about the settings file, if anything.
     [[nodiscard]] const std::optional<QString>& settingsProblem() const { return m_settings.problem(); }
 
@@ -40,6 +43,8 @@ private:
     X11Workspace m_workspace;
     X11GlobalHotKeys m_hotKeys;
     X11Permissions m_permissions;
+    DesktopFileManager m_fileManager;
+    X11StatusHosts m_statusHosts;
 };
 
 } // namespace tessary

@@ -17,12 +17,17 @@ constexpr auto kPatience = 10s; // for imports that are under way when the progr
 
 } // namespace
 
-TessaryApp::TessaryApp(SingleInstance& instance) : m_runtime(m_session.platform(), m_windows)
+TessaryApp::TessaryApp(SingleInstance& instance)
+    : m_runtime(m_session.platform(), m_windows),
+      m_menu(m_runtime),
+      m_menuBar(m_runtime.settings(), m_session.appearance(), m_session.statusHosts(), m_menu.menu())
 {
     connect(&instance, &SingleInstance::panelRequested, this, [this] {
         qCInfo(lcApp, "started again: the panel of this one is asked for");
         m_runtime.toggleQuickSearch();
     });
+    connect(&m_menuBar, &MenuBarExtra::activated, &m_runtime, &AppRuntime::toggleQuickSearch);
+    connect(&m_menu, &MenuBarContent::quitRequested, this, &TessaryApp::quit);
     connect(&m_signals, &TerminationSignals::received, this, &TessaryApp::quit);
 }
 
@@ -35,6 +40,8 @@ void TessaryApp::start()
 
 void TessaryApp::quit()
 {
+    if (std::exchange(m_isQuitting, true))
+        return;
     QTimer::singleShot(kPatience, qApp, [] { QCoreApplication::exit(1); });
     QCoro::connect(m_runtime.shutDown(), this, [] { QCoreApplication::quit(); });
 }

@@ -5,6 +5,8 @@
 #include "app/TerminationSignals.h"
 #include "app/TessaryApp/AbsentWindows.h"
 #include "app/TessaryApp/SessionPlatform.h"
+#include "app/menubar/MenuBarContent.h"
+#include "app/menubar/MenuBarExtra.h"
 
 namespace tessary {
 
@@ -17,14 +19,17 @@ public:
     explicit TessaryApp(SingleInstance& instance);
 
     void start();
-    /// Lets running imports end, then leaves the event loop.
+    /// Lets running imports end, then leaves the event loop. Twice is fine.
     void quit();
 
 private:
     SessionPlatform m_session;
     AbsentWindows m_windows;
     AppRuntime m_runtime;
+    MenuBarContent m_menu;
+    MenuBarExtra m_menuBar;
     TerminationSignals m_signals;
+    bool m_isQuitting = false;
 };
 
 } // namespace tessary

@@ -5,6 +5,7 @@
 
 #include <QFile>
 
+#include <algorithm>
 #include <array>
 #include <unistd.h>
 
@@ -12,6 +13,8 @@ namespace tessary {
 namespace {
 
 const QByteArray kActiveWindow("_NET_ACTIVE_WINDOW");
+const QByteArray kWindowType("_NET_WM_WINDOW_TYPE");
+const QByteArray kDock("_NET_WM_WINDOW_TYPE_DOCK");
 const QByteArray kApplicationId("_GTK_APPLICATION_ID");
 const QByteArray kProcessId("_NET_WM_PID");
 const QByteArray kClientMachine("WM_CLIENT_MACHINE");
@@ -52,7 +55,7 @@ X11Workspace::X11Workspace(DesktopEntries entries, QObject* parent)
 
 void X11Workspace::watchRoot()
 {
-    m_loop.atoms().prefetch({kActiveWindow, kApplicationId, kProcessId, kClientMachine});
+    m_loop.atoms().prefetch({kActiveWindow, kWindowType, kDock, kApplicationId, kProcessId, kClientMachine});
     const uint32_t mask = XCB_EVENT_MASK_PROPERTY_CHANGE;
     xcb_change_window_attributes(m_loop.connection(), m_loop.root(), XCB_CW_EVENT_MASK, &mask);
     readActiveWindow();
@@ -74,7 +77,7 @@ void X11Workspace::readActiveWindow()
 {
     const xcb_window_t window = activeWindow();
     m_loop.cancel(m_noneConfirmation);
-    if (window == m_active)
+    if (window == m_active || isDock(window))
         return;
     if (window == XCB_WINDOW_NONE) {
         expectNone();
@@ -122,6 +125,13 @@ xcb_window_t X11Workspace::activeWindow()
     const auto words = wordsProperty(m_loop.connection(), m_loop.root(), m_loop.atoms().atom(kActiveWindow),
                                      XCB_ATOM_WINDOW);
     return words.empty() ? xcb_window_t{XCB_WINDOW_NONE} : words.front();
+}
+
+bool X11Workspace::isDock(xcb_window_t window)
+{
+    const auto types =
+        wordsProperty(m_loop.connection(), window, m_loop.atoms().atom(kWindowType), XCB_ATOM_ATOM);
+    return std::find(types.begin(), types.end(), m_loop.atoms().atom(kDock)) != types.end();
 }
 
 std::optional<RunningApplication> X11Workspace::programOf(xcb_window_t window)

@@ -9,7 +9,8 @@ namespace tessary {
 
 /// The active window of an X11 session, as its window manager names it, and the program behind it.
 ///
-/// Windows and desktop files are looked at on a thread of its own; titles never are.
+/// A panel or dock that takes the focus, as for a click on one of its icons, leaves the program before it
+/// in front. Windows and desktop files are looked at on a thread of its own; titles never are.
 class X11Workspace : public Workspace {
     Q_OBJECT
 public:
@@ -31,6 +32,7 @@ private:
     void noteNoneActive();
     void publish(std::optional<RunningApplication> application);
     [[nodiscard]] xcb_window_t activeWindow();
+    [[nodiscard]] bool isDock(xcb_window_t window);
     [[nodiscard]] std::optional<RunningApplication> programOf(xcb_window_t window);
 
     LogindSleepMonitor m_sleepMonitor;

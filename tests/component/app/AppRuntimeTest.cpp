@@ -5,6 +5,7 @@
 #include "platform/testing/FakeApplicationIcons.h"
 #include "platform/testing/FakeClock.h"
 #include "platform/testing/FakeDirectoryWatcher.h"
+#include "platform/testing/FakeFileManager.h"
 #include "platform/testing/FakeGlobalHotKeyFacility.h"
 #include "platform/testing/FakeImageCodec.h"
 #include "platform/testing/FakePasteboard.h"
@@ -93,8 +94,9 @@ protected:
     testing::FakeGlobalHotKeyFacility hotKeys;
     testing::FakePermissions permissions;
     testing::FakeDirectoryWatcher directories;
-    Platform platform{clock,          pasteboard, workspace, codec,       icons,      defaults,
-                      screenshotTool, folders,    hotKeys,   permissions, directories};
+    testing::FakeFileManager fileManager;
+    Platform platform{clock,          pasteboard, workspace, codec,       icons,       defaults,
+                      screenshotTool, folders,    hotKeys,   permissions, directories, fileManager};
     FakeWindows windows;
     std::unique_ptr<AppRuntime> runtime;
 };
@@ -307,6 +309,37 @@ TEST_F(AppRuntimeTest, WhatAPersonDoesToAnItemReachesTheLibrary)
     EXPECT_EQ(listed().first().tags, QStringList{QStringLiteral("tag")});
     await(runtime->toggleFavorite(listed().first()));
     EXPECT_FALSE(listed().first().isFavorite);
+}
+
+TEST_F(AppRuntimeTest, RevealsTheOriginalOrElseTheCopyInTheLibrary)
+{
+    start();
+    ScreenshotRecord record = testing::fullRecord();
+    record.contentType = ClipboardContentType::Image;
+    record.originalPath = folder.file(QStringLiteral("original.png"));
+    record.libraryPath = folder.file(QStringLiteral("copy.png"));
+    for (const QString& path : {record.originalPath, record.libraryPath})
+        ASSERT_TRUE(QFile(path).open(QIODevice::WriteOnly));
+    runtime->revealInFinder(record);
+    ASSERT_TRUE(eventually([&] { return fileManager.revealed().size() == 1; }));
+    ASSERT_TRUE(QFile::remove(record.originalPath));
+    runtime->revealInFinder(record);
+    ASSERT_TRUE(eventually([&] { return fileManager.revealed().size() == 2; }));
+    ASSERT_TRUE(QFile::remove(record.libraryPath));
+    fileManager.failWith(FileManagerError::Case::NoSuchFile);
+    runtime->revealInFinder(record);
+    EXPECT_TRUE(eventually([&] { return runtime->lastError().has_value(); }));
+    EXPECT_EQ(fileManager.revealed(),
+              (QStringList{record.originalPath, record.libraryPath, record.originalPath}));
+    EXPECT_EQ(runtime->lastError(), QStringLiteral("找不到文件“original.png”，它可能已被移动或删除。"));
+}
+
+TEST_F(AppRuntimeTest, ATextHasNothingToReveal)
+{
+    start();
+    runtime->revealInFinder(testing::textRecord(QStringLiteral("text")));
+    EXPECT_TRUE(eventually([&] { return runtime->lastError().has_value(); }));
+    EXPECT_TRUE(fileManager.revealed().isEmpty());
 }
 
 TEST_F(AppRuntimeTest, AScreenshotThatAppearsIsImportedUnlessItsFolderIsExcluded)

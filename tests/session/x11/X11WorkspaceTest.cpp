@@ -1,6 +1,7 @@
 #include "platform/x11/X11Workspace.h"
 
 #include "platform/linux/XdgFolders.h"
+#include "platform/x11/AtomCache.h"
 #include "tests/support/Await.h"
 
 #include <QFile>
@@ -42,6 +43,17 @@ protected:
             const auto application = workspace.frontmostApplication();
             return application && application->bundleIdentifier == identifier;
         });
+    }
+    /// A window manager's word is all we have; here it is given by another client.
+    static void nameActive(xcb_window_t window)
+    {
+        xcb_connection_t* connection = xcb_connect(nullptr, nullptr);
+        const xcb_window_t root = xcb_setup_roots_iterator(xcb_get_setup(connection)).data->root;
+        xcb_change_property(connection, XCB_PROP_MODE_REPLACE, root,
+                            AtomCache(connection).atom("_NET_ACTIVE_WINDOW"), XCB_ATOM_WINDOW, 32, 1,
+                            &window);
+        xcb_flush(connection);
+        xcb_disconnect(connection);
     }
     /// The window of a process as the session's tools see it.
     static QString output(const QString& program, const QStringList& arguments)
@@ -129,16 +141,29 @@ TEST_F(X11WorkspaceTest, FollowsTheActiveWindowAndItsEnd)
     EXPECT_EQ(activated.size(), 3);
 }
 
+TEST_F(X11WorkspaceTest, APanelThatTakesTheFocusLeavesTheProgramBeforeItInFront)
+{
+    run(QStringLiteral("xterm"), {});
+    ASSERT_TRUE(frontmostIs(QStringLiteral("debian-xterm")));
+    QProcess& panel = run(
+        QStringLiteral("/usr/bin/python3"),
+        {QStringLiteral("-uc"),
+         QStringLiteral("import gi\ngi.require_version('Gtk', '3.0')\ngi.require_version('GdkX11', '3.0')\n"
+                        "from gi.repository import Gtk, Gdk, GdkX11\n"
+                        "w = Gtk.Window()\nw.set_type_hint(Gdk.WindowTypeHint.DOCK)\n"
+                        "w.connect('map', lambda w: "
+                        "print(hex(w.get_window().get_xid())))\nw.show_all()\nGtk.main()\n")});
+    ASSERT_TRUE(eventually([&] { return panel.canReadLine(); }));
+    nameActive(panel.readLine().trimmed().toUInt(nullptr, 0));
+    QProcess& second = run(QStringLiteral("xterm"), {});
+    ASSERT_TRUE(eventually(
+        [&] { return workspace.frontmostApplication()->processIdentifier == second.processId(); }));
+    EXPECT_EQ(activated.size(), 2);
+}
+
 TEST_F(X11WorkspaceTest, HandlesAWindowWithoutProcessOrClassAndOneThatDoesNotExist)
 {
-    // A window manager's word is all we have; here it is given by another client.
-    const auto nameActive = [](const QString& window) {
-        QProcess::execute(QStringLiteral("xprop"),
-                          {QStringLiteral("-root"), QStringLiteral("-f"),
-                           QStringLiteral("_NET_ACTIVE_WINDOW"), QStringLiteral("32x"),
-                           QStringLiteral("-set"), QStringLiteral("_NET_ACTIVE_WINDOW"), window});
-    };
-    nameActive(QStringLiteral("0x7ffffff1"));
+    nameActive(0x7ffffff1);
     run(QStringLiteral("xterm"), {});
     ASSERT_TRUE(frontmostIs(QStringLiteral("debian-xterm")));
     EXPECT_EQ(activated.size(), 1);

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <QMenu>
+
+namespace tessary {
+
+class AppRuntime;
+
+/// The menu of the icon in the panel; it follows the runtime. Main thread only.
+class MenuBarContent : public QObject {
+    Q_OBJECT
+public:
+    /// @param runtime outlives this.
+    explicit MenuBarContent(AppRuntime& runtime);
+
+    [[nodiscard]] QMenu& menu() { return m_menu; }
+
+Q_SIGNALS:
+    void quitRequested();
+
+private:
+    void update();
+
+    AppRuntime& m_runtime;
+    QMenu m_menu;
+    QAction* m_warning = nullptr;
+};
+
+} // namespace tessary
