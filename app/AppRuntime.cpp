@@ -239,14 +239,18 @@ void AppRuntime::performLocalOCR()
 
 // --- lists ------------------------------------------------------------------
 
-QCoro::Task<QList<ScreenshotRecord>> AppRuntime::search(ListRequest, std::stop_token)
+QCoro::Task<QList<ScreenshotRecord>> AppRuntime::search(ListRequest request, std::stop_token stop)
 {
-    co_return {};
+    if (!m_store)
+        co_return {};
+    co_return co_await m_store->search(request, stop);
 }
 
 QCoro::Task<LibraryFacets> AppRuntime::facets()
 {
-    co_return {};
+    if (!m_store)
+        co_return {};
+    co_return co_await m_store->facets();
 }
 
 // --- what a person does to an item ------------------------------------------

@@ -1,17 +1,30 @@
 #include "store/Projection.h"
 
+#include "store/LocalizedOrder.h"
 #include "store/ProjectionSchema.h"
 #include "store/RecordColumns.h"
+#include "store/TagsCoding.h"
+#include "store/sqlite/LikeFunction.h"
+#include "store/sqlite/SQLiteInterruption.h"
 
 namespace tessary {
+
+namespace {
+
+constexpr qint64 kMappedBytes = qint64{4} * 1024 * 1024 * 1024; // SQLite itself allows half of it
+
+} // namespace
 
 Projection::Projection(const QString& path) : m_connection(path)
 {
     m_connection.run("PRAGMA journal_mode = WAL");
     m_connection.run("PRAGMA foreign_keys = ON");
     m_connection.run("PRAGMA busy_timeout = 5000");
+    // Lists and searches read the file where the system keeps it instead of copying it page by page.
+    m_connection.run("PRAGMA mmap_size = " + QByteArray::number(kMappedBytes));
     // What a power cut takes from here, the store of record gives back at the next start.
     m_connection.run("PRAGMA synchronous = NORMAL");
+    installLikeFunction(m_connection.handle());
     createProjectionSchema(m_connection);
 }
 
@@ -83,6 +96,40 @@ QList<ScreenshotRecord> Projection::records(const QByteArray& sql, const QList<S
     while (rows.nextRow())
         found.append(decodeProjectionRow(rows));
     return found;
+}
+
+QList<ScreenshotRecord> Projection::page(const ListQuery& query, std::optional<qsizetype> maximumTextLength,
+                                         const std::stop_token& stop)
+{
+    const SQLiteInterruption interruption(m_connection.handle(), stop);
+    SQLiteStatement rows = m_connection.queryOnce(query.sql, query.bindings);
+    QList<ScreenshotRecord> found;
+    while (rows.nextRow())
+        found.append(decodeProjectionRow(rows, maximumTextLength));
+    return found;
+}
+
+LibraryFacets Projection::facets()
+{
+    LibraryFacets facets;
+    facets.sourceApps = m_connection.stringResults("SELECT DISTINCT source_app_name\nFROM screenshots\n"
+                                                   "WHERE is_deleted = 0\n"
+                                                   "  AND source_app_name IS NOT NULL\n"
+                                                   "  AND length(trim(source_app_name)) > 0\n"
+                                                   "ORDER BY source_app_name COLLATE NOCASE");
+    SQLiteStatement rows = m_connection.query("SELECT tags_json FROM screenshots WHERE is_deleted = 0");
+    QSet<QByteArray> seen; // most items have no tags, or the same ones as many others
+    QSet<QString> tags;
+    while (rows.nextRow()) {
+        const QByteArrayView json = rows.bytes(0);
+        if (seen.contains(QByteArray::fromRawData(json.data(), json.size())))
+            continue;
+        seen.insert(json.toByteArray());
+        for (const QString& tag : decodeTags(json.toByteArray()))
+            tags.insert(tag);
+    }
+    facets.tags = localizedOrder(tags.values());
+    return facets;
 }
 
 } // namespace tessary

@@ -1,8 +1,11 @@
 #pragma once
 
+#include "store/ListQuery.h"
 #include "store/PinyinText.h"
 #include "store/ScreenshotRecord.h"
 #include "store/sqlite/SQLiteConnection.h"
+
+#include <stop_token>
 
 namespace tessary {
 
@@ -31,6 +34,12 @@ public:
     [[nodiscard]] SQLiteStatement rowsInIdentifierOrder();
     /// The same rows in the order in which they lie on the disk, which is much quicker.
     [[nodiscard]] SQLiteStatement rowsInStoredOrder();
+    /// One page of a list; contents are cut as in `decodeProjectionRow`. Once a stop is requested the query
+    /// ends early with an error.
+    [[nodiscard]] QList<ScreenshotRecord>
+    page(const ListQuery& query, std::optional<qsizetype> maximumTextLength, const std::stop_token& stop);
+    /// What the items outside the trash can be narrowed to.
+    [[nodiscard]] LibraryFacets facets();
     /// Rows of a query that selects the columns in the order of `kProjectionColumns`.
     [[nodiscard]] QList<ScreenshotRecord> records(const QByteArray& sql,
                                                   const QList<SQLiteValue>& bindings = {});

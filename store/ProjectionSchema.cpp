@@ -50,6 +50,39 @@ constexpr char kSearchTable[] = R"(CREATE VIRTUAL TABLE IF NOT EXISTS screenshot
 constexpr char kPinnedIndex[] =
     "CREATE INDEX IF NOT EXISTS screenshots_pinned ON screenshots(is_pinned, captured_at DESC)";
 
+/// What lists are read from: an index for each order, which also holds what the scopes ask about, so that
+/// items outside a scope are passed over without a look at their rows. The scopes that few items are in
+/// have small ones of their own, which cost nothing for the other items. The leading equal columns of those
+/// of the favourites make SQLite prefer them to `screenshots_favorite`, after which it would have to sort;
+/// for the same reason no other may begin with `is_deleted`.
+constexpr char kListIndexes[] = R"(
+CREATE INDEX IF NOT EXISTS list_newest ON screenshots(is_pinned DESC, captured_at DESC,
+    is_favorite, content_type, last_used_at, pixel_width, pixel_height, file_size) WHERE is_deleted = 0;
+CREATE INDEX IF NOT EXISTS list_oldest ON screenshots(is_pinned DESC, captured_at ASC,
+    is_favorite, content_type, last_used_at, pixel_width, pixel_height, file_size) WHERE is_deleted = 0;
+CREATE INDEX IF NOT EXISTS list_recently_used ON screenshots(is_pinned DESC, last_used_at IS NULL,
+    last_used_at DESC, captured_at DESC,
+    is_favorite, content_type, pixel_width, pixel_height, file_size) WHERE is_deleted = 0;
+CREATE INDEX IF NOT EXISTS list_file_size ON screenshots(is_pinned DESC, file_size DESC, captured_at DESC,
+    is_favorite, content_type, last_used_at, pixel_width, pixel_height) WHERE is_deleted = 0;
+CREATE INDEX IF NOT EXISTS list_favorite_newest ON screenshots(is_favorite, is_deleted,
+    is_pinned DESC, captured_at DESC) WHERE is_deleted = 0 AND is_favorite = 1;
+CREATE INDEX IF NOT EXISTS list_favorite_oldest ON screenshots(is_favorite, is_deleted,
+    is_pinned DESC, captured_at ASC) WHERE is_deleted = 0 AND is_favorite = 1;
+CREATE INDEX IF NOT EXISTS list_favorite_recently_used ON screenshots(is_favorite, is_deleted,
+    is_pinned DESC, last_used_at IS NULL, last_used_at DESC, captured_at DESC)
+    WHERE is_deleted = 0 AND is_favorite = 1;
+CREATE INDEX IF NOT EXISTS list_favorite_file_size ON screenshots(is_favorite, is_deleted,
+    is_pinned DESC, file_size DESC, captured_at DESC) WHERE is_deleted = 0 AND is_favorite = 1;
+CREATE INDEX IF NOT EXISTS list_used_newest ON screenshots(is_pinned DESC, captured_at DESC)
+    WHERE is_deleted = 0 AND last_used_at IS NOT NULL;
+CREATE INDEX IF NOT EXISTS list_large_newest ON screenshots(is_pinned DESC, captured_at DESC)
+    WHERE is_deleted = 0 AND (pixel_width * pixel_height >= 12000000 OR file_size >= 10485760);
+CREATE INDEX IF NOT EXISTS list_trash ON screenshots(is_deleted) WHERE is_deleted = 1;
+CREATE INDEX IF NOT EXISTS list_facets ON screenshots(source_app_name, tags_json, is_deleted)
+    WHERE is_deleted = 0;
+)";
+
 /// Kept in the file's user version. The text primary key leaves the row ids of items free to be the
 /// full-text table's too, as long as nobody vacuums the file.
 constexpr qint64 kAlignedVersion = 1;
@@ -77,6 +110,7 @@ void createProjectionSchema(SQLiteConnection& connection)
     ensureColumn(connection, "content_type", "INTEGER NOT NULL DEFAULT 0");
     ensureColumn(connection, "content_text", "TEXT NOT NULL DEFAULT ''");
     connection.run(kPinnedIndex);
+    connection.run(kListIndexes);
     const bool isEmpty = connection.integerResult("SELECT NOT EXISTS (SELECT 1 FROM screenshots) AND "
                                                   "NOT EXISTS (SELECT 1 FROM screenshots_fts_v5)") != 0;
     if (isEmpty)

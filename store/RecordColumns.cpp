@@ -102,8 +102,9 @@ QList<SQLiteValue> recordBindings(const ScreenshotRecord& r)
             r.textContent};
 }
 
-ScreenshotRecord decodeProjectionRow(const SQLiteStatement& row)
+ScreenshotRecord decodeProjectionRow(const SQLiteStatement& row, std::optional<qsizetype> maximumTextLength)
 {
+    constexpr int kContentColumn = 27;
     ScreenshotRecord r;
     r.id = QUuid::fromString(row.text(0));
     if (r.id.isNull())
@@ -134,7 +135,8 @@ ScreenshotRecord decodeProjectionRow(const SQLiteStatement& row)
     r.isPinned = row.integer(24) != 0;
     r.duplicateCount = std::max<qint64>(1, row.integer(25));
     r.contentType = row.integer(26) == 1 ? ClipboardContentType::Text : ClipboardContentType::Image;
-    r.textContent = row.text(27);
+    r.textContent =
+        maximumTextLength ? row.textPrefix(kContentColumn, *maximumTextLength) : row.text(kContentColumn);
     return r;
 }
 

@@ -20,7 +20,9 @@ constexpr int kTagsColumn = 16;
 /// The values of a record in that order, the tags as JSON text.
 [[nodiscard]] QList<SQLiteValue> recordBindings(const ScreenshotRecord& record);
 /// A row of the projection. Forgiving: what cannot be read becomes a default, and an identifier that
-/// cannot be parsed a fresh one.
-[[nodiscard]] ScreenshotRecord decodeProjectionRow(const SQLiteStatement& row);
+/// cannot be parsed a fresh one. @param maximumTextLength UTF-16 units to which a longer content is cut,
+/// or to one fewer where it would end in half a character; what is beyond is not even decoded.
+[[nodiscard]] ScreenshotRecord decodeProjectionRow(const SQLiteStatement& row,
+                                                   std::optional<qsizetype> maximumTextLength = std::nullopt);
 
 } // namespace tessary

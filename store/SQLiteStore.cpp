@@ -101,6 +101,21 @@ public:
         return purged;
     }
 
+    QList<ScreenshotRecord> search(const ListRequest& request, const std::stop_token& stop)
+    {
+        if (stop.stop_requested())
+            return {};
+        try {
+            return projection().page(listQuery(request), request.maximumTextLength, stop);
+        } catch (const StoreError&) {
+            if (stop.stop_requested())
+                return {};
+            throw;
+        }
+    }
+
+    LibraryFacets facets() { return projection().facets(); }
+
     /// Opens the projection anew. The full-text engine keeps what it last indexed, and tables as large as
     /// that called for, as long as its connection lives.
     void reopenProjection()
@@ -249,6 +264,18 @@ QCoro::Task<> SQLiteStore::moveToTrash(QUuid id, Date at)
         m_databases->change(id, edit, "is_deleted = 1, deleted_at = ?", {sqliteValue(at)});
     });
     co_await work;
+}
+
+QCoro::Task<QList<ScreenshotRecord>> SQLiteStore::search(ListRequest request, std::stop_token stop)
+{
+    auto work = m_lane.post([this, request, stop] { return m_databases->search(request, stop); });
+    co_return co_await work;
+}
+
+QCoro::Task<LibraryFacets> SQLiteStore::facets()
+{
+    auto work = m_lane.post([this] { return m_databases->facets(); });
+    co_return co_await work;
 }
 
 QCoro::Task<QList<ScreenshotRecord>> SQLiteStore::purgeTrash(Date olderThan)

@@ -1,11 +1,13 @@
 #pragma once
 
 #include "base/SerialLane.h"
+#include "search/ListRequest.h"
 #include "store/ScreenshotRecord.h"
 
 #include <qcoro/qcorotask.h>
 
 #include <memory>
+#include <stop_token>
 
 namespace tessary {
 
@@ -42,6 +44,12 @@ public:
     /// @returns the removed items, so that the caller deletes their files. What was purged before an error
     ///          stays purged.
     [[nodiscard]] QCoro::Task<QList<ScreenshotRecord>> purgeTrash(Date olderThan);
+
+    /// One page of a list. When `stop` is requested the query is given up, before it begins or in its
+    /// middle, and the page is empty; no other operation is touched by it.
+    [[nodiscard]] QCoro::Task<QList<ScreenshotRecord>> search(ListRequest request, std::stop_token stop = {});
+    /// Source applications and tags of the items outside the trash, each list sorted.
+    [[nodiscard]] QCoro::Task<LibraryFacets> facets();
 
 private:
     class Databases;

@@ -43,15 +43,19 @@ void SQLiteConnection::run(const QByteArray& sql)
     throw error;
 }
 
+sqlite3_stmt* SQLiteConnection::prepare(const QByteArray& sql)
+{
+    sqlite3_stmt* statement = nullptr;
+    if (sqlite3_prepare_v2(m_database.get(), sql.constData(), -1, &statement, nullptr) != SQLITE_OK)
+        throw StoreError(StoreError::Case::Prepare, QString::fromUtf8(sqlite3_errmsg(m_database.get())));
+    return statement;
+}
+
 SQLiteStatement SQLiteConnection::query(const QByteArray& sql, const QList<SQLiteValue>& bindings)
 {
     std::shared_ptr<sqlite3_stmt> prepared = m_idle.take(sql);
-    if (!prepared) {
-        sqlite3_stmt* statement = nullptr;
-        if (sqlite3_prepare_v2(m_database.get(), sql.constData(), -1, &statement, nullptr) != SQLITE_OK)
-            throw StoreError(StoreError::Case::Prepare, QString::fromUtf8(sqlite3_errmsg(m_database.get())));
-        prepared = std::shared_ptr<sqlite3_stmt>(statement, Finalize{});
-    }
+    if (!prepared)
+        prepared = std::shared_ptr<sqlite3_stmt>(prepare(sql), Finalize{});
     sqlite3_stmt* borrowed = prepared.get();
     SQLiteStatement statement(borrowed, [this, sql, prepared](sqlite3_stmt* used) {
         // Texts of many megabytes must not stay bound until the next time.
@@ -59,6 +63,13 @@ SQLiteStatement SQLiteConnection::query(const QByteArray& sql, const QList<SQLit
         sqlite3_clear_bindings(used);
         m_idle.insert(sql, prepared);
     });
+    statement.bind(bindings);
+    return statement;
+}
+
+SQLiteStatement SQLiteConnection::queryOnce(const QByteArray& sql, const QList<SQLiteValue>& bindings)
+{
+    SQLiteStatement statement(prepare(sql), Finalize{});
     statement.bind(bindings);
     return statement;
 }

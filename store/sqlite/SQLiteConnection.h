@@ -24,6 +24,8 @@ public:
     void execute(const QByteArray& sql, const QList<SQLiteValue>& bindings = {});
     /// A statement ready to step; prepared ones are kept for the next time. @throws StoreError.
     [[nodiscard]] SQLiteStatement query(const QByteArray& sql, const QList<SQLiteValue>& bindings = {});
+    /// The same for a statement whose text is hardly ever used again: it is not kept.
+    [[nodiscard]] SQLiteStatement queryOnce(const QByteArray& sql, const QList<SQLiteValue>& bindings = {});
     /// The first column of the first row, 0 without one. @throws StoreError.
     [[nodiscard]] qint64 integerResult(const QByteArray& sql, const QList<SQLiteValue>& bindings = {});
     /// The first column of every row. @throws StoreError.
@@ -31,6 +33,8 @@ public:
     /// How many rows the last statement changed.
     [[nodiscard]] int changes() const;
     [[nodiscard]] qint64 lastInsertRowId() const;
+    /// For what is installed on the connection; not to be closed.
+    [[nodiscard]] sqlite3* handle() const { return m_database.get(); }
 
 private:
     struct Close {
@@ -39,6 +43,8 @@ private:
     struct Finalize {
         void operator()(sqlite3_stmt* statement) const;
     };
+
+    [[nodiscard]] sqlite3_stmt* prepare(const QByteArray& sql);
 
     std::unique_ptr<sqlite3, Close> m_database;
     QHash<QByteArray, std::shared_ptr<sqlite3_stmt>> m_idle; // prepared, reset, nobody using them

@@ -100,6 +100,20 @@ QString SQLiteStatement::text(int column) const
     return QString::fromUtf8(data, sqlite3_column_bytes(m_statement.get(), column));
 }
 
+QString SQLiteStatement::textPrefix(int column, qsizetype maximumLength) const
+{
+    constexpr qsizetype kMostBytesOfUnit = 3;
+    const QByteArrayView all = bytes(column);
+    const qsizetype enough = kMostBytesOfUnit * (maximumLength + 1); // with room for a character cut short
+    QString text = QString::fromUtf8(all.first(std::min(all.size(), enough)));
+    if (text.size() <= maximumLength)
+        return text;
+    text.truncate(maximumLength);
+    if (!text.isEmpty() && text.back().isHighSurrogate())
+        text.chop(1);
+    return text;
+}
+
 std::optional<QString> SQLiteStatement::optionalText(int column) const
 {
     if (isNull(column))

@@ -33,6 +33,9 @@ public:
     [[nodiscard]] bool isNull(int column) const { return type(column) == ColumnType::Null; }
     /// The empty string where SQLite has none.
     [[nodiscard]] QString text(int column) const;
+    /// At most that many UTF-16 units of the text, never half a surrogate pair at the end; the rest of a
+    /// long text is not decoded.
+    [[nodiscard]] QString textPrefix(int column, qsizetype maximumLength) const;
     [[nodiscard]] std::optional<QString> optionalText(int column) const;
     [[nodiscard]] qint64 integer(int column) const;
     [[nodiscard]] double real(int column) const;
