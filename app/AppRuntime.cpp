@@ -194,9 +194,14 @@ QCoro::Task<> AppRuntime::updateHotKeys()
     const KeyedGate::Pass pass = co_await entrance;
     QList<GlobalHotKeyService::Binding> bindings;
     bindings.append({HotKey::QuickSearch, m_settings.quickSearchShortcut(), [this] { toggleQuickSearch(); }});
-    bindings.append({HotKey::LocalOCR, m_settings.localOCRShortcut(), [this] { performLocalOCR(); }});
-    bindings.append(
-        {HotKey::ToggleMonitoring, m_settings.toggleMonitoringShortcut(), [this] { toggleMonitoring(); }});
+    bindings.append({HotKey::LocalOCR, m_settings.localOCRShortcut(), [this] {
+                         m_hotKeyService.releaseKeyboard();
+                         performLocalOCR();
+                     }});
+    bindings.append({HotKey::ToggleMonitoring, m_settings.toggleMonitoringShortcut(), [this] {
+                         m_hotKeyService.releaseKeyboard();
+                         toggleMonitoring();
+                     }});
     m_hotKeyConflicts = co_await m_hotKeyService.registerHotKeys(bindings);
     m_hotKeyAvailable = !m_hotKeyConflicts.contains(HotKey::QuickSearch);
     if (!m_hotKeyConflicts.isEmpty())

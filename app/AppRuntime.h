@@ -57,6 +57,8 @@ public:
     void toggleMonitoring();
     void toggleQuickSearch();
     void openSettings();
+    /// The panel has the keyboard, or is gone: what was typed since its shortcut may be delivered.
+    void panelSettled() { m_hotKeyService.releaseKeyboard(); }
     /// Recognises the text in a region of the screen.
     void performLocalOCR();
     void refreshPermissions();

@@ -39,6 +39,8 @@ public:
     /// A combination was pressed: its action runs from the event loop, after this has returned. One that
     /// is not marked as ours is not handled.
     EventResult hotKeyPressed(HotKeyIdentifier identifier);
+    /// What was typed since a press goes to the window that has the focus.
+    void releaseKeyboard() { m_facility.releaseKeyboard(); }
 
 private:
     void release(quint32 id);

@@ -30,6 +30,9 @@ public:
     /// @returns nothing when the combination is taken, by another program or by ourselves, or has no key.
     [[nodiscard]] virtual QCoro::Task<std::optional<Reference>>
     registerHotKey(quint32 keyCode, quint32 modifiers, HotKeyIdentifier identifier) = 0;
+    /// Keys that are typed after a press are held back until this is called, half a second at most, and then
+    /// go to the window that has the focus: what is typed while a window is still coming up is not lost.
+    virtual void releaseKeyboard() = 0;
     /// Takes effect before a later registration is tried.
     virtual void unregister(Reference reference) = 0;
 };

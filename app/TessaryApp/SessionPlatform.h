@@ -14,6 +14,7 @@
 #include "platform/x11/X11Pasteboard.h"
 #include "platform/x11/X11Permissions.h"
 #include "platform/x11/X11StatusHosts.h"
+#include "platform/x11/X11WindowEffects.h"
 #include "platform/x11/X11Workspace.h"
 
 namespace tessary {
@@ -27,6 +28,7 @@ public:
     [[nodiscard]] Platform platform();
     [[nodiscard]] DesktopAppearance& appearance() { return m_appearance; }
     [[nodiscard]] StatusHosts& statusHosts() { return m_statusHosts; }
+    [[nodiscard]] WindowEffects& windowEffects() { return m_windowEffects; }
     /// What the person should know about the settings file, if anything.
     [[nodiscard]] const std::optional<QString>& settingsProblem() const { return m_settings.problem(); }
 
@@ -45,6 +47,7 @@ private:
     X11Permissions m_permissions;
     DesktopFileManager m_fileManager;
     X11StatusHosts m_statusHosts;
+    X11WindowEffects m_windowEffects;
 };
 
 } // namespace tessary

@@ -18,10 +18,12 @@ constexpr auto kPatience = 10s; // for imports that are under way when the progr
 } // namespace
 
 TessaryApp::TessaryApp(SingleInstance& instance)
-    : m_runtime(m_session.platform(), m_windows),
+    : m_windows(m_session.appearance(), m_session.windowEffects()),
+      m_runtime(m_session.platform(), m_windows),
       m_menu(m_runtime),
       m_menuBar(m_runtime.settings(), m_session.appearance(), m_session.statusHosts(), m_menu.menu())
 {
+    m_windows.attach(m_runtime);
     connect(&instance, &SingleInstance::panelRequested, this, [this] {
         qCInfo(lcApp, "started again: the panel of this one is asked for");
         m_runtime.toggleQuickSearch();
@@ -29,6 +31,11 @@ TessaryApp::TessaryApp(SingleInstance& instance)
     connect(&m_menuBar, &MenuBarExtra::activated, &m_runtime, &AppRuntime::toggleQuickSearch);
     connect(&m_menu, &MenuBarContent::quitRequested, this, &TessaryApp::quit);
     connect(&m_signals, &TerminationSignals::received, this, &TessaryApp::quit);
+}
+
+TessaryApp::~TessaryApp()
+{
+    m_windows.detach();
 }
 
 void TessaryApp::start()

@@ -3,7 +3,7 @@
 #include "app/AppRuntime.h"
 #include "app/SingleInstance.h"
 #include "app/TerminationSignals.h"
-#include "app/TessaryApp/AbsentWindows.h"
+#include "app/TessaryApp/DesktopWindows.h"
 #include "app/TessaryApp/SessionPlatform.h"
 #include "app/menubar/MenuBarContent.h"
 #include "app/menubar/MenuBarExtra.h"
@@ -17,6 +17,7 @@ public:
     /// @param instance asks for the panel when the program is started again; outlives this.
     /// @throws X11Error, FileError: this session cannot be worked in.
     explicit TessaryApp(SingleInstance& instance);
+    ~TessaryApp() override;
 
     void start();
     /// Lets running imports end, then leaves the event loop. Twice is fine.
@@ -24,7 +25,7 @@ public:
 
 private:
     SessionPlatform m_session;
-    AbsentWindows m_windows;
+    DesktopWindows m_windows;
     AppRuntime m_runtime;
     MenuBarContent m_menu;
     MenuBarExtra m_menuBar;

@@ -34,6 +34,7 @@ public:
         co_await NextTurn();
         co_return reference;
     }
+    void releaseKeyboard() override { ++m_releases; }
     void unregister(Reference reference) override { m_registered.remove(reference); }
 
     /// Another program holds the combination.
@@ -41,6 +42,8 @@ public:
     void free(Combination combination) { m_takenByOthers.remove(combination); }
     [[nodiscard]] bool isRegistered(Combination combination) const { return find(combination).has_value(); }
     [[nodiscard]] int registrations() const { return static_cast<int>(m_registered.size()); }
+    /// How often what was typed after a press was let go.
+    [[nodiscard]] int keyboardReleases() const { return m_releases; }
     /// Somebody presses the combination; nothing happens when it is not registered.
     void press(Combination combination)
     {
@@ -76,6 +79,7 @@ private:
     QSet<Combination> m_takenByOthers;
     QHash<Reference, Registration> m_registered;
     Reference m_lastReference = 0;
+    int m_releases = 0;
     QObject m_context;
 };
 

@@ -3,12 +3,20 @@
 #include "platform/x11/XcbReply.h"
 
 #include <algorithm>
+#include <chrono>
+#include <utility>
 
 namespace tessary {
 namespace {
 
 /// The eight modifiers, without mouse buttons and the layout's number.
 constexpr unsigned kModifierBits = 0xff;
+
+using Clock = std::chrono::steady_clock;
+constexpr std::chrono::milliseconds kLongestFreeze{500};
+constexpr std::chrono::milliseconds kHeldKeyPoll{40};
+/// No keyboard repeats sooner; who presses again that soon means it. Milliseconds.
+constexpr xcb_timestamp_t kSoonestRepetition = 100;
 
 } // namespace
 
@@ -47,11 +55,6 @@ void KeyGrabs::handle(const xcb_generic_event_t& event)
     case XCB_KEY_PRESS:
         press(reinterpret_cast<const xcb_key_press_event_t&>(event));
         break;
-    case XCB_KEY_RELEASE: {
-        const auto& release = reinterpret_cast<const xcb_key_release_event_t&>(event);
-        m_released.insert_or_assign(release.detail, release.time);
-        break;
-    }
     case XCB_MAPPING_NOTIFY:
         followMapping();
         break;
@@ -83,7 +86,7 @@ bool KeyGrabs::grab(xcb_keycode_t keycode, uint16_t mask)
     std::vector<xcb_void_cookie_t> cookies;
     for (const uint16_t locks : lockVariants()) {
         cookies.push_back(xcb_grab_key_checked(x, 0, m_loop.root(), static_cast<uint16_t>(mask | locks),
-                                               keycode, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC));
+                                               keycode, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_SYNC));
     }
     bool granted = m_loop.isConnected();
     for (const xcb_void_cookie_t cookie : cookies) {
@@ -105,18 +108,56 @@ void KeyGrabs::ungrab(xcb_keycode_t keycode, uint16_t mask)
 
 void KeyGrabs::press(const xcb_key_press_event_t& event)
 {
-    const auto released = m_released.find(event.detail);
-    if (released != m_released.end() && released->second == event.time)
-        return;
+    if (isRepetition(event))
+        return releaseKeyboard();
     ensureMasks();
     const unsigned ignored = XCB_MOD_MASK_LOCK | m_masks->numLock;
     const unsigned mask = event.state & kModifierBits & ~ignored;
     for (const auto& [reference, grab] : m_grabs) {
         if (grab.keycode == event.detail && grab.mask == mask) {
+            m_release = m_loop.runAt(Clock::now() + kLongestFreeze, [this] { releaseKeyboard(); });
             m_pressed(grab.identifier);
             return;
         }
     }
+    releaseKeyboard();
+}
+
+void KeyGrabs::releaseKeyboard()
+{
+    m_loop.cancel(std::exchange(m_release, 0));
+    xcb_ungrab_keyboard(m_loop.connection(), XCB_CURRENT_TIME);
+}
+
+/// Whether a press is only a key that goes on being held. Its releases go to other windows, so we look for
+/// ourselves when it is up again.
+bool KeyGrabs::isRepetition(const xcb_key_press_event_t& event)
+{
+    const auto [held, isNew] = m_held.try_emplace(event.detail, HeldKey{event.time, false});
+    if (isNew) {
+        if (m_held.size() == 1)
+            watchHeldKeys();
+        return false;
+    }
+    const bool isSoon = event.time - held->second.pressed < kSoonestRepetition;
+    const bool isRepetition = held->second.hasRepeated || !isSoon;
+    held->second = HeldKey{event.time, isRepetition};
+    return isRepetition;
+}
+
+void KeyGrabs::watchHeldKeys()
+{
+    (void)m_loop.runAt(Clock::now() + kHeldKeyPoll, [this] {
+        xcb_connection_t* x = m_loop.connection();
+        const XcbReply<xcb_query_keymap_reply_t> keys(
+            xcb_query_keymap_reply(x, xcb_query_keymap(x), nullptr));
+        std::erase_if(m_held, [&keys](const auto& entry) {
+            constexpr int kBits = 8;
+            return !keys || (keys->keys[entry.first / kBits] >> (entry.first % kBits) & 1) == 0;
+        });
+        if (!m_held.empty())
+            watchHeldKeys();
+    });
 }
 
 /// Grabs anew when Alt, Super or Num Lock moved to other modifiers; keys keep their positions.

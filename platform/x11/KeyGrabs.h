@@ -12,6 +12,9 @@
 namespace tessary {
 
 /// Combinations grabbed on the root window, whatever lock keys are on. The loop's thread only.
+///
+/// A grabbed key freezes the keyboard: the server keeps what is typed from then on and delivers it to the
+/// window that has the focus when the keyboard is released.
 class KeyGrabs {
 public:
     using Reference = GlobalHotKeyFacility::Reference;
@@ -23,6 +26,8 @@ public:
     [[nodiscard]] bool add(Reference reference, xcb_keycode_t keycode, quint32 modifiers,
                            HotKeyIdentifier identifier);
     void remove(Reference reference);
+    /// Ends what a press froze.
+    void releaseKeyboard();
     void handle(const xcb_generic_event_t& event);
 
 private:
@@ -33,19 +38,27 @@ private:
         HotKeyIdentifier identifier;
     };
 
+    /// A key that is down as far as we know.
+    struct HeldKey {
+        xcb_timestamp_t pressed;
+        bool hasRepeated;
+    };
+
     void ensureMasks();
     [[nodiscard]] bool grab(xcb_keycode_t keycode, uint16_t mask);
     void ungrab(xcb_keycode_t keycode, uint16_t mask);
     [[nodiscard]] std::vector<uint16_t> lockVariants() const;
     void press(const xcb_key_press_event_t& event);
+    [[nodiscard]] bool isRepetition(const xcb_key_press_event_t& event);
+    void watchHeldKeys();
     void followMapping();
 
     X11EventLoop& m_loop;
     std::function<void(HotKeyIdentifier)> m_pressed;
     std::optional<ModifierMasks> m_masks;
     std::map<Reference, Grab> m_grabs;
-    // When each key was last released; a press at that very time is the key's automatic repetition.
-    std::map<xcb_keycode_t, xcb_timestamp_t> m_released;
+    std::map<xcb_keycode_t, HeldKey> m_held;
+    X11EventLoop::TimerId m_release = 0; // of a keyboard that nobody released
 };
 
 } // namespace tessary

@@ -35,6 +35,11 @@ X11GlobalHotKeys::registerHotKey(quint32 keyCode, quint32 modifiers, HotKeyIdent
     co_return reference;
 }
 
+void X11GlobalHotKeys::releaseKeyboard()
+{
+    m_loop.post([this] { m_grabs.releaseKeyboard(); });
+}
+
 void X11GlobalHotKeys::unregister(Reference reference)
 {
     m_loop.post([this, reference] { m_grabs.remove(reference); });

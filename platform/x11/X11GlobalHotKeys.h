@@ -22,6 +22,7 @@ public:
     }
     [[nodiscard]] QCoro::Task<std::optional<Reference>> registerHotKey(quint32 keyCode, quint32 modifiers,
                                                                        HotKeyIdentifier identifier) override;
+    void releaseKeyboard() override;
     void unregister(Reference reference) override;
 
 private:

@@ -66,9 +66,9 @@ void X11WindowEffects::publish(bool isComposited)
 void X11WindowEffects::setInputRegion(quintptr window, const QRect& region, qreal devicePixelRatio)
 {
     const auto device = [devicePixelRatio](int value) { return std::lround(value * devicePixelRatio); };
-    const xcb_rectangle_t area{static_cast<int16_t>(device(region.x())), static_cast<int16_t>(device(region.y())),
-                               static_cast<uint16_t>(device(region.width())),
-                               static_cast<uint16_t>(device(region.height()))};
+    const xcb_rectangle_t area{
+        static_cast<int16_t>(device(region.x())), static_cast<int16_t>(device(region.y())),
+        static_cast<uint16_t>(device(region.width())), static_cast<uint16_t>(device(region.height()))};
     m_loop.post([this, window, area] {
         xcb_shape_rectangles(m_loop.connection(), XCB_SHAPE_SO_SET, XCB_SHAPE_SK_INPUT,
                              XCB_CLIP_ORDERING_UNSORTED, static_cast<xcb_window_t>(window), 0, 0, 1, &area);

@@ -6,6 +6,7 @@
 #include "ui/kit/Theme.h"
 
 #include <QPainter>
+#include <QResizeEvent>
 
 namespace tessary {
 namespace {
@@ -64,8 +65,13 @@ void Banner::setMessage(const QString& message)
     if (message.isEmpty())
         return slideTo(0);
     layOut();
+    slideTo(fullHeight());
+}
+
+int Banner::fullHeight() const
+{
     const int lines = static_cast<int>(m_label->text().count(QLatin1Char('\n'))) + 1;
-    slideTo(2 * kVerticalPadding + lines * kLineHeight + 2);
+    return 2 * kVerticalPadding + lines * kLineHeight;
 }
 
 void Banner::layOut()
@@ -84,7 +90,8 @@ void Banner::slideTo(int height)
 {
     m_slide.stop();
     setVisible(true);
-    const int duration = isVisible() ? static_cast<int>(m_theme.duration(Theme::kBanner).count()) : 0;
+    const bool isSeen = isVisible() && testAttribute(Qt::WA_WState_Created);
+    const int duration = isSeen ? static_cast<int>(m_theme.duration(Theme::kBanner).count()) : 0;
     if (duration == 0) {
         setFixedHeight(height);
         setVisible(height > 0);
@@ -97,9 +104,12 @@ void Banner::slideTo(int height)
     m_slide.start();
 }
 
-void Banner::resizeEvent(QResizeEvent*)
+void Banner::resizeEvent(QResizeEvent* event)
 {
     layOut();
+    const bool isSettled = m_slide.state() != QAbstractAnimation::Running && !m_message.isEmpty();
+    if (isSettled && event->size().width() != event->oldSize().width())
+        setFixedHeight(fullHeight());
 }
 
 void Banner::paintEvent(QPaintEvent*)

@@ -29,6 +29,7 @@ protected:
 
 private:
     void layOut();
+    [[nodiscard]] int fullHeight() const;
     void applyTheme();
     void slideTo(int height);
 

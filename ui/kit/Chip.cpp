@@ -1,5 +1,6 @@
 #include "ui/kit/Chip.h"
 
+#include "ui/kit/SingleLine.h"
 #include "ui/kit/SymbolButton.h"
 #include "ui/kit/Theme.h"
 
@@ -57,7 +58,7 @@ void Chip::paintEvent(QPaintEvent*)
     painter.drawRoundedRect(rect(), Theme::kControlRadius, Theme::kControlRadius);
     painter.setPen(m_theme.colours().accentText);
     painter.setFont(m_theme.font(Theme::kCaptionSize));
-    painter.drawText(rect().adjusted(kLeft, 0, -(kRight + kTarget), 0), Qt::AlignVCenter, shownText());
+    drawSingleLine(painter, rect().adjusted(kLeft, 0, -(kRight + kTarget), 0), shownText());
 }
 
 } // namespace tessary

@@ -1,5 +1,6 @@
 #include "ui/kit/KeyCap.h"
 
+#include "ui/kit/SingleLine.h"
 #include "ui/kit/Symbol.h"
 #include "ui/kit/Theme.h"
 
@@ -92,7 +93,7 @@ void KeyCap::paintEvent(QPaintEvent*)
     for (const Piece& piece : pieces(m_text)) {
         const int pieceWidth = widthOf(piece, metrics);
         if (piece.symbol.isEmpty()) {
-            painter.drawText(QRect(left, 0, pieceWidth + 1, height()), Qt::AlignVCenter, piece.text);
+            drawSingleLine(painter, QRect(left, 0, pieceWidth, height()), piece.text);
         } else {
             painter.drawPixmap(left, (height() - kGlyphSize) / 2,
                                Symbol(piece.symbol).pixmap(kGlyphSize, colours.text, devicePixelRatioF()));

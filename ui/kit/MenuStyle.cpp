@@ -1,5 +1,6 @@
 #include "ui/kit/MenuStyle.h"
 
+#include "ui/kit/SingleLine.h"
 #include "ui/kit/Symbol.h"
 #include "ui/kit/Theme.h"
 
@@ -116,7 +117,7 @@ void MenuStyle::drawItem(const QStyleOptionMenuItem& item, QPainter& painter, qr
     if (isHeading(item)) {
         painter.setFont(m_theme.font(Theme::kCaptionSize));
         painter.setPen(colours.secondaryText);
-        painter.drawText(row.adjusted(contentStart(item), 0, -kRight, 0), Qt::AlignVCenter, item.text);
+        drawSingleLine(painter, row.adjusted(contentStart(item), 0, -kRight, 0), item.text);
         return;
     }
     if (item.menuItemType == QStyleOptionMenuItem::Separator) {
@@ -144,9 +145,9 @@ void MenuStyle::drawItem(const QStyleOptionMenuItem& item, QPainter& painter, qr
     const int left = contentStart(item) + symbolColumn(item);
     painter.setFont(item.font);
     painter.setPen(text);
-    painter.drawText(row.adjusted(left, 0, -kRight, 0), Qt::AlignVCenter | Qt::TextHideMnemonic, label(item));
+    drawSingleLine(painter, row.adjusted(left, 0, -kRight, 0), label(item));
     painter.setPen(quiet);
-    painter.drawText(row.adjusted(left, 0, -kRight, 0), Qt::AlignVCenter | Qt::AlignRight, keys(item));
+    drawSingleLine(painter, row.adjusted(left, 0, -kRight, 0), keys(item), Qt::AlignRight);
 }
 
 void MenuStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,

@@ -1,5 +1,6 @@
 #include "ui/kit/SymbolButton.h"
 
+#include "ui/kit/SingleLine.h"
 #include "ui/kit/Symbol.h"
 #include "ui/kit/Theme.h"
 
@@ -142,7 +143,7 @@ void SymbolButton::paintEvent(QPaintEvent*)
         painter.setPen(colour);
         painter.setFont(textFont());
         const int textLeft = kPadding + m_symbolSize + kGap;
-        painter.drawText(QRect(textLeft, 0, width() - textLeft, height()), Qt::AlignVCenter, text());
+        drawSingleLine(painter, QRect(textLeft, 0, width() - textLeft, height()), text());
         if (!m_trailingSymbol.isEmpty())
             painter.drawPixmap(width() - kPadding - kTrailingSize, (height() - kTrailingSize) / 2,
                                Symbol(m_trailingSymbol).pixmap(kTrailingSize, colour, devicePixelRatioF()));

@@ -1,6 +1,9 @@
 #include "ui/kit/Theme.h"
 
+#include <QFontDatabase>
 #include <QGuiApplication>
+
+#include <algorithm>
 
 namespace tessary {
 namespace {
@@ -14,9 +17,23 @@ QStringList families()
     return families;
 }
 
+/// Without that weight Qt takes the regular one for fallback fonts, which would emphasise nothing.
+bool hasDemiBold(const QString& family)
+{
+    const QStringList styles = QFontDatabase::styles(family);
+    return std::any_of(styles.begin(), styles.end(), [&family](const QString& style) {
+        return QFontDatabase::weight(family, style) == QFont::DemiBold;
+    });
+}
+
 } // namespace
 
-Theme::Theme(QObject* parent) : QObject(parent), m_colours(themeColours(false, std::nullopt)) {}
+Theme::Theme(QObject* parent)
+    : QObject(parent),
+      m_hasDemiBold(hasDemiBold(QGuiApplication::font().family())),
+      m_colours(themeColours(false, std::nullopt))
+{
+}
 
 std::chrono::milliseconds Theme::duration(std::chrono::milliseconds wanted) const
 {
@@ -28,7 +45,7 @@ QFont Theme::font(int pixelSize, QFont::Weight weight) const
     QFont font = QGuiApplication::font();
     font.setFamilies(families());
     font.setPixelSize(pixelSize);
-    font.setWeight(weight);
+    font.setWeight(weight == QFont::DemiBold && !m_hasDemiBold ? QFont::Bold : weight);
     return font;
 }
 

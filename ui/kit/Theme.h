@@ -54,6 +54,7 @@ private:
 
     bool m_isDark = false;
     bool m_reducesMotion = false;
+    bool m_hasDemiBold;
     std::optional<QColor> m_accent;
     ThemeColours m_colours;
 };

@@ -130,7 +130,8 @@ void takeAccent(ThemeColours& colours, const QColor& accent, bool isDark)
     colours.accentTint = mixed(opaque, colours.window, kTint);
     colours.accentTintHover = mixed(opaque, colours.window, kTintHover);
     colours.accentText = readable(colours.accentText, colours.accentTint, !isDark);
-    colours.secondaryOnAccent = mixed(colours.onAccent, colours.accent, kOnAccentShare);
+    colours.secondaryOnAccent =
+        readable(mixed(colours.onAccent, colours.accent, kOnAccentShare), colours.accent, false);
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 #include "ui/quicksearch/FactsPanel.h"
 
+#include "ui/kit/SingleLine.h"
 #include "ui/kit/Theme.h"
 #include "ui/quicksearch/TileImages.h"
 
@@ -74,7 +75,7 @@ void FactsPanel::paintEvent(QPaintEvent*)
     const QList<Cell> all = cells();
     for (const Cell& cell : all) {
         painter.setPen(m_theme.colours().secondaryText);
-        painter.drawText(cell.labelArea, Qt::AlignVCenter, cell.label);
+        drawSingleLine(painter, cell.labelArea, cell.label);
         QRect area = cell.valueArea;
         const QPixmap icon =
             cell.hasIcon ? m_tiles.tile(m_iconPath, kIcon, TileImages::Fit::Whole, devicePixelRatioF())
@@ -84,8 +85,7 @@ void FactsPanel::paintEvent(QPaintEvent*)
             area.setLeft(area.left() + kIcon + kIconGap);
         }
         painter.setPen(m_theme.colours().text);
-        painter.drawText(area, Qt::AlignVCenter | Qt::TextSingleLine,
-                         metrics.elidedText(cell.value, Qt::ElideRight, area.width()));
+        drawSingleLine(painter, area, metrics.elidedText(cell.value, Qt::ElideRight, area.width()));
     }
 }
 

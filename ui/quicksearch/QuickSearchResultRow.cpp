@@ -1,5 +1,6 @@
 #include "ui/quicksearch/QuickSearchResultRow.h"
 
+#include "ui/kit/SingleLine.h"
 #include "ui/kit/Symbol.h"
 #include "ui/kit/Theme.h"
 #include "ui/quicksearch/TileImages.h"
@@ -147,11 +148,10 @@ void QuickSearchResultRow::paintTile(QPainter& painter, const QRect& tile, const
         return;
     }
     painter.save();
-    painter.setPen(Qt::NoPen);
-    QBrush brush(picture);
-    brush.setTransform(QTransform::fromTranslate(tile.left(), tile.top()));
     painter.fillPath(shape, theme.colours().mat); // seen through transparent pictures
-    painter.fillPath(shape, brush);
+    painter.setClipPath(shape);
+    painter.drawPixmap(tile.topLeft(), picture);
+    painter.setClipping(false);
     painter.setPen(theme.colours().pictureLine);
     painter.setBrush(Qt::NoBrush);
     painter.drawRoundedRect(QRectF(tile).adjusted(0.5, 0.5, -0.5, -0.5), Theme::kControlRadius - 0.5,
@@ -163,7 +163,11 @@ void QuickSearchResultRow::paintTitle(QPainter& painter, const QRect& area, cons
                                       const ShownTitle& title) const
 {
     QTextLayout layout(title.text, theme.font(Theme::kBodySize));
-    QTextOption option(title.text.isRightToLeft() ? Qt::AlignRight : Qt::AlignLeft);
+    QTextOption option;
+    if (title.text.isRightToLeft()) {
+        option.setTextDirection(Qt::RightToLeft);
+        option.setAlignment(Qt::AlignRight | Qt::AlignAbsolute);
+    }
     option.setWrapMode(QTextOption::NoWrap);
     layout.setTextOption(option);
     layout.setFormats(title.emphasis);
@@ -173,7 +177,8 @@ void QuickSearchResultRow::paintTitle(QPainter& painter, const QRect& area, cons
         line.setLineWidth(area.width());
     layout.endLayout();
     painter.setPen(m_state.isSelected ? theme.colours().onAccent : theme.colours().text);
-    const double top = area.top() + (area.height() - (line.isValid() ? line.height() : 0)) / 2;
+    const double baseline = centredBaseline(theme.font(Theme::kBodySize), area);
+    const double top = baseline - (line.isValid() ? line.ascent() : 0);
     painter.setClipRect(area.adjusted(0, -2, 0, 2));
     layout.draw(&painter, QPointF(area.left(), top));
     painter.setClipping(false);
@@ -194,7 +199,7 @@ void QuickSearchResultRow::paintCaption(QPainter& painter, const QRect& area, co
     }
     painter.setFont(font);
     painter.setPen(m_state.isSelected ? theme.colours().secondaryOnAccent : theme.colours().secondaryText);
-    painter.drawText(area, Qt::AlignVCenter | Qt::AlignLeft | Qt::TextSingleLine, caption);
+    drawSingleLine(painter, area, caption);
 }
 
 void QuickSearchResultRow::paintMarks(QPainter& painter, const QRect& row, const Theme& theme) const

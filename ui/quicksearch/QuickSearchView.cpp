@@ -54,6 +54,8 @@ QuickSearchView::QuickSearchView(const Theme& theme, AppRuntime& runtime, Screen
       m_footer(new PanelFooter(theme))
 {
     layOut();
+    applyTheme();
+    connect(&theme, &Theme::changed, this, &QuickSearchView::applyTheme);
     observeModel();
     observeRuntime();
     observeControls();
@@ -81,6 +83,14 @@ void QuickSearchView::layOut()
     column->addLayout(split, 1);
     column->addWidget(new Hairline(m_theme, Qt::Horizontal));
     column->addWidget(m_footer);
+}
+
+void QuickSearchView::applyTheme()
+{
+    QPalette palette = m_theme.palette();
+    palette.setColor(QPalette::Window, m_theme.colours().surface);
+    m_left->setPalette(palette);
+    m_left->setAutoFillBackground(true);
 }
 
 void QuickSearchView::observeModel()

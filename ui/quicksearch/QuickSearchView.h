@@ -43,6 +43,7 @@ protected:
 
 private:
     void layOut();
+    void applyTheme();
     void observeModel();
     void observeRuntime();
     void observeControls();

@@ -1,5 +1,6 @@
 #include "ui/quicksearch/ResultRowDelegate.h"
 
+#include "ui/kit/SingleLine.h"
 #include "ui/kit/Theme.h"
 #include "ui/quicksearch/QuickSearchResultRow.h"
 #include "ui/quicksearch/ResultListModel.h"
@@ -73,7 +74,7 @@ void ResultRowDelegate::paintLoadMore(QPainter& painter, const QStyleOptionViewI
                             Theme::kControlRadius);
     painter.setFont(font);
     painter.setPen(m_isLoadingMore ? colours.tertiary : colours.text);
-    painter.drawText(button, Qt::AlignCenter, ResultListModel::loadMoreText());
+    drawSingleLine(painter, button.toRect(), ResultListModel::loadMoreText(), Qt::AlignHCenter);
     painter.restore();
 }
 

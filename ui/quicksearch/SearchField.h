@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QBasicTimer>
 #include <QLineEdit>
 
 namespace tessary {
@@ -16,13 +17,20 @@ public:
     [[nodiscard]] bool isComposing() const { return m_isComposing; }
 
 protected:
+    void paintEvent(QPaintEvent* event) override;
+    void timerEvent(QTimerEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
     void inputMethodEvent(QInputMethodEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
 
 private:
     void applyTheme();
+    /// Shows the caret and lets it blink from now on.
+    void restartCaret();
 
     const Theme& m_theme;
+    QBasicTimer m_caretTimer;
+    bool m_isCaretShown = false;
     bool m_isComposing = false;
 };
 

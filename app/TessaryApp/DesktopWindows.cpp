@@ -1,0 +1,74 @@
+#include "app/TessaryApp/DesktopWindows.h"
+
+#include "app/AppRuntime.h"
+#include "platform/DesktopAppearance.h"
+#include "ui/quicksearch/QuickSearchPanelController.h"
+
+#include <QLoggingCategory>
+
+Q_LOGGING_CATEGORY(lcWindows, "tessary.windows")
+
+namespace tessary {
+
+DesktopWindows::DesktopWindows(const DesktopAppearance& appearance, WindowEffects& effects)
+    : m_appearance(appearance),
+      m_effects(effects)
+{
+    connect(&appearance, &DesktopAppearance::changed, this, &DesktopWindows::followAppearance);
+    followAppearance();
+}
+
+DesktopWindows::~DesktopWindows() = default;
+
+void DesktopWindows::followAppearance()
+{
+    m_theme.setDark(m_appearance.colourScheme() == DesktopAppearance::ColourScheme::Dark);
+    m_theme.setAccent(m_appearance.accentColour());
+    m_theme.setReducedMotion(m_appearance.reducedMotion());
+}
+
+void DesktopWindows::attach(AppRuntime& runtime)
+{
+    m_quickSearch = std::make_unique<QuickSearchPanelController>(runtime, m_theme, m_effects);
+    connect(m_quickSearch.get(), &QuickSearchPanelController::keyboardSettled, &runtime,
+            &AppRuntime::panelSettled);
+}
+
+void DesktopWindows::detach()
+{
+    m_quickSearch.reset();
+}
+
+bool DesktopWindows::isQuickSearchVisible() const
+{
+    return m_quickSearch && m_quickSearch->isVisible();
+}
+
+void DesktopWindows::showQuickSearch()
+{
+    if (m_quickSearch)
+        m_quickSearch->show();
+}
+
+void DesktopWindows::hideQuickSearch()
+{
+    if (m_quickSearch)
+        m_quickSearch->hide();
+}
+
+void DesktopWindows::showSettings()
+{
+    qCInfo(lcWindows, "the settings window was asked for; this version has none yet");
+}
+
+void DesktopWindows::showPreview(const ScreenshotRecord&)
+{
+    qCInfo(lcWindows, "a preview window was asked for; this version has none yet");
+}
+
+void DesktopWindows::showRegionSelection()
+{
+    qCInfo(lcWindows, "text recognition was asked for; this version has none yet");
+}
+
+} // namespace tessary

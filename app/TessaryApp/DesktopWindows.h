@@ -1,0 +1,43 @@
+#pragma once
+
+#include "app/WindowPresenter.h"
+#include "ui/kit/Theme.h"
+
+#include <memory>
+
+namespace tessary {
+
+class AppRuntime;
+class DesktopAppearance;
+class QuickSearchPanelController;
+class WindowEffects;
+
+/// The windows, and the looks that they share.
+class DesktopWindows : public QObject, public WindowPresenter {
+    Q_OBJECT
+public:
+    DesktopWindows(const DesktopAppearance& appearance, WindowEffects& effects);
+    ~DesktopWindows() override;
+
+    /// Builds what has to be there the moment it is asked for. Once; the runtime outlives the windows until
+    /// `detach`.
+    void attach(AppRuntime& runtime);
+    void detach();
+
+    [[nodiscard]] bool isQuickSearchVisible() const override;
+    void showQuickSearch() override;
+    void hideQuickSearch() override;
+    void showSettings() override;
+    void showPreview(const ScreenshotRecord& record) override;
+    void showRegionSelection() override;
+
+private:
+    void followAppearance();
+
+    const DesktopAppearance& m_appearance;
+    WindowEffects& m_effects;
+    Theme m_theme;
+    std::unique_ptr<QuickSearchPanelController> m_quickSearch;
+};
+
+} // namespace tessary
