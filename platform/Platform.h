@@ -5,6 +5,7 @@
 #include "platform/DirectoryWatch.h"
 #include "platform/GlobalHotKeyFacility.h"
 #include "platform/ImageCodec.h"
+#include "platform/KeystrokeSender.h"
 #include "platform/Pasteboard.h"
 #include "platform/Permissions.h"
 #include "platform/ScreenshotToolDefaults.h"
@@ -27,6 +28,7 @@ struct Platform {
     GlobalHotKeyFacility& hotKeys;
     Permissions& permissions;
     DirectoryWatcher& directories;
+    KeystrokeSender& keystrokes;
 };
 
 } // namespace tessary

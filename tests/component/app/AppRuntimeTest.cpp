@@ -7,6 +7,7 @@
 #include "platform/testing/FakeDirectoryWatcher.h"
 #include "platform/testing/FakeGlobalHotKeyFacility.h"
 #include "platform/testing/FakeImageCodec.h"
+#include "platform/testing/FakeKeystrokeSender.h"
 #include "platform/testing/FakePasteboard.h"
 #include "platform/testing/FakePermissions.h"
 #include "platform/testing/FakeScreenshotToolDefaults.h"
@@ -93,8 +94,9 @@ protected:
     testing::FakeGlobalHotKeyFacility hotKeys;
     testing::FakePermissions permissions;
     testing::FakeDirectoryWatcher directories;
-    Platform platform{clock,          pasteboard, workspace, codec,       icons,      defaults,
-                      screenshotTool, folders,    hotKeys,   permissions, directories};
+    testing::FakeKeystrokeSender keystrokes;
+    Platform platform{clock,          pasteboard, workspace, codec,       icons,       defaults,
+                      screenshotTool, folders,    hotKeys,   permissions, directories, keystrokes};
     FakeWindows windows;
     std::unique_ptr<AppRuntime> runtime;
 };
