@@ -25,7 +25,8 @@ AppRuntime::AppRuntime(Platform platform, WindowPresenter& windows)
       m_settings(platform.userDefaults, platform.screenshotTool, platform.folders),
       m_directoryMonitor(platform.directories),
       m_clipboardMonitor(platform.pasteboard, platform.clock, platform.imageCodec, m_flows),
-      m_hotKeyService(platform.hotKeys)
+      m_hotKeyService(platform.hotKeys),
+      m_pasteBack(platform, windows)
 {
     refreshPermissions();
     observeActivation();
@@ -143,6 +144,7 @@ QCoro::Task<> AppRuntime::shutDown()
     stopMonitoring();
     m_flows.cancel();
     co_await m_flows.drained();
+    co_await m_platform.pasteboard.handOver();
 }
 
 // --- watching ---------------------------------------------------------------
@@ -228,7 +230,7 @@ void AppRuntime::toggleQuickSearch()
 {
     if (m_windows.isQuickSearchVisible())
         return m_windows.hideQuickSearch();
-    m_previousApplication = m_platform.workspace.frontmostApplication();
+    m_pasteBack.rememberPreviousApplication();
     m_windows.showQuickSearch();
 }
 
@@ -260,9 +262,16 @@ QCoro::Task<LibraryFacets> AppRuntime::facets()
 
 // --- what a person does to an item ------------------------------------------
 
-QCoro::Task<> AppRuntime::copy(ScreenshotRecord, bool)
+QCoro::Task<> AppRuntime::copy(ScreenshotRecord record, bool pasteIntoPreviousApplication)
 {
-    co_return;
+    const PasteBack::Result result =
+        co_await m_pasteBack.copy(record, pasteIntoPreviousApplication, m_store.get());
+    if (result.message)
+        setLastError(*result.message);
+    if (!result.isOnPasteboard || !m_store)
+        co_return;
+    co_await m_store->markUsed(record.id, m_platform.clock.now());
+    Q_EMIT libraryChanged();
 }
 
 void AppRuntime::preview(const ScreenshotRecord& record)

@@ -5,6 +5,7 @@
 #include "app/FileIntake.h"
 #include "app/GlobalHotKeyService.h"
 #include "app/LibraryFiles.h"
+#include "app/PasteBack.h"
 #include "base/FlowSet.h"
 #include "capture/ClipboardMonitor.h"
 #include "capture/KeyedGate.h"
@@ -34,7 +35,8 @@ public:
     /// Opens the library, brings its index in line, and begins to watch. A step that fails is told in
     /// `lastError` and passed over.
     [[nodiscard]] QCoro::Task<> start();
-    /// Stops watching and lets running imports end. Nothing else may be called afterwards.
+    /// Stops watching, lets running imports end, and sees to it that what was copied can still be pasted.
+    /// Nothing else may be called afterwards.
     [[nodiscard]] QCoro::Task<> shutDown();
 
     [[nodiscard]] AppSettings& settings() { return m_settings; }
@@ -122,7 +124,7 @@ private:
     GlobalHotKeyService m_hotKeyService;
     std::unique_ptr<ClipboardIntake> m_clipboardIntake;
     std::unique_ptr<FileIntake> m_fileIntake;
-    std::optional<RunningApplication> m_previousApplication; // in front before the panel was shown
+    PasteBack m_pasteBack;
 };
 
 } // namespace tessary

@@ -6,6 +6,7 @@
 #include "platform/FileManager.h"
 #include "platform/GlobalHotKeyFacility.h"
 #include "platform/ImageCodec.h"
+#include "platform/KeystrokeSender.h"
 #include "platform/Pasteboard.h"
 #include "platform/Permissions.h"
 #include "platform/ScreenshotToolDefaults.h"
@@ -29,6 +30,7 @@ struct Platform {
     Permissions& permissions;
     DirectoryWatcher& directories;
     FileManager& fileManager;
+    KeystrokeSender& keystrokes;
 };
 
 } // namespace tessary

@@ -14,6 +14,7 @@ struct RunningApplication {
     std::optional<QUrl> bundleURL;           ///< The desktop file; absent for programs without one.
     qint64 processIdentifier = 0;            ///< 0 when the window names no process that we can see.
     quint64 window = 0;                      ///< The session's own name of the window.
+    bool isTerminal = false;                 ///< A terminal emulator, where Control+V is typed, not pasted.
 
     friend bool operator==(const RunningApplication&, const RunningApplication&) = default;
 };

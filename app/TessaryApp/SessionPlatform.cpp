@@ -1,5 +1,6 @@
 #include "app/TessaryApp/SessionPlatform.h"
 
+#include "app/ApplicationIdentity.h"
 #include "base/FileError.h"
 #include "platform/x11/StartupIdentifier.h"
 
@@ -27,15 +28,17 @@ SessionPlatform::SessionPlatform()
       m_icons(m_folders.dataFolders(), QIcon::themeName()),
       m_pasteboard(m_imageCodec),
       m_workspace(
-          DesktopEntries(m_folders.dataFolders(), QString::fromLatin1(std::setlocale(LC_MESSAGES, nullptr)))),
+          DesktopEntries(m_folders.dataFolders(), QString::fromLatin1(std::setlocale(LC_MESSAGES, nullptr))),
+          applicationIdentifier()),
       m_fileManager(&x11StartupIdentifier)
 {
 }
 
 Platform SessionPlatform::platform()
 {
-    return {m_clock,          m_pasteboard, m_workspace, m_imageCodec,  m_icons,       m_settings,
-            m_screenshotTool, m_folders,    m_hotKeys,   m_permissions, m_directories, m_fileManager};
+    return {m_clock,       m_pasteboard,     m_workspace, m_imageCodec, m_icons,
+            m_settings,    m_screenshotTool, m_folders,   m_hotKeys,    m_permissions,
+            m_directories, m_fileManager,    m_keystrokes};
 }
 
 } // namespace tessary

@@ -11,6 +11,7 @@
 #include "platform/linux/XdgFolders.h"
 #include "platform/workers/ImagingWorkerCodec.h"
 #include "platform/x11/X11GlobalHotKeys.h"
+#include "platform/x11/X11KeystrokeSender.h"
 #include "platform/x11/X11Pasteboard.h"
 #include "platform/x11/X11Permissions.h"
 #include "platform/x11/X11StatusHosts.h"
@@ -45,6 +46,7 @@ private:
     X11Workspace m_workspace;
     X11GlobalHotKeys m_hotKeys;
     X11Permissions m_permissions;
+    X11KeystrokeSender m_keystrokes;
     DesktopFileManager m_fileManager;
     X11StatusHosts m_statusHosts;
     X11WindowEffects m_windowEffects;

@@ -1,6 +1,9 @@
 #include "platform/x11/X11Workspace.h"
 
+#include "platform/x11/WindowFocus.h"
 #include "platform/x11/WindowProperties.h"
+#include "platform/x11/X11AsyncCall.h"
+#include "platform/x11/X11Call.h"
 #include "platform/x11/XcbReply.h"
 
 #include <QFile>
@@ -16,18 +19,9 @@ const QByteArray kActiveWindow("_NET_ACTIVE_WINDOW");
 const QByteArray kWindowType("_NET_WM_WINDOW_TYPE");
 const QByteArray kDock("_NET_WM_WINDOW_TYPE_DOCK");
 const QByteArray kApplicationId("_GTK_APPLICATION_ID");
-const QByteArray kProcessId("_NET_WM_PID");
-const QByteArray kClientMachine("WM_CLIENT_MACHINE");
 
 /// On the way from one window to another, window managers name none for a moment.
 constexpr std::chrono::milliseconds kBetweenWindows{150};
-
-QByteArray hostName()
-{
-    std::array<char, 256> name{};
-    ::gethostname(name.data(), name.size() - 1);
-    return QByteArray(name.data());
-}
 
 /// The program's file; empty when the process is gone or not ours to see.
 QString executableOf(qint64 process)
@@ -38,24 +32,63 @@ QString executableOf(qint64 process)
     return length > 0 ? QFile::decodeName(QByteArray(target.data(), length)) : QString();
 }
 
+/// Terminals that may run without a desktop file.
+bool isTerminalClass(const QString& windowClass)
+{
+    static const QStringList classes{
+        QStringLiteral("xterm"), QStringLiteral("uxterm"),      QStringLiteral("rxvt"),
+        QStringLiteral("urxvt"), QStringLiteral("st-256color"), QStringLiteral("alacritty"),
+        QStringLiteral("kitty"), QStringLiteral("eterm"),       QStringLiteral("mlterm"),
+    };
+    return classes.contains(windowClass, Qt::CaseInsensitive);
+}
+
 } // namespace
 
-X11Workspace::X11Workspace(DesktopEntries entries, QObject* parent)
+X11Workspace::X11Workspace(DesktopEntries entries, QString ownIdentifier, QObject* parent)
     : Workspace(parent),
       m_entries(std::move(entries)),
-      m_loop("tessary-windows")
+      m_ownIdentifier(std::move(ownIdentifier)),
+      m_loop("tessary-windows"),
+      m_activation(m_loop)
 {
     connect(&m_sleepMonitor, &LogindSleepMonitor::wokeUp, this, &Workspace::didWake);
     m_loop.addHandler([this](const xcb_generic_event_t& event) { handle(event); });
     // Without a server there is no active window.
-    m_loop.setConnectionLostHandler([this] { publish(std::nullopt); });
+    m_loop.setConnectionLostHandler([this] {
+        m_activation.connectionLost();
+        publish(std::nullopt);
+    });
     m_loop.start();
     m_loop.post([this] { watchRoot(); });
 }
 
+X11Workspace::~X11Workspace()
+{
+    m_loop.stop();
+}
+
+QCoro::Task<bool> X11Workspace::requestActivation(RunningApplication application)
+{
+    std::function<void(X11AsyncCall<bool>::Done)> request =
+        [this, application](const X11AsyncCall<bool>::Done& done) {
+            m_activation.request(application, done);
+        };
+    const bool isGranted = co_await X11AsyncCall<bool>(m_loop, std::move(request));
+    co_return isGranted;
+}
+
+QCoro::Task<bool> X11Workspace::isActive(RunningApplication application)
+{
+    std::function<bool()> look = [this, application] { return m_activation.isActive(application); };
+    const bool isInFront = co_await X11Call<bool>(m_loop, std::move(look));
+    co_return isInFront;
+}
+
 void X11Workspace::watchRoot()
 {
-    m_loop.atoms().prefetch({kActiveWindow, kWindowType, kDock, kApplicationId, kProcessId, kClientMachine});
+    m_loop.atoms().prefetch(
+        {kActiveWindow, kWindowType, kDock, kApplicationId, "_NET_WM_PID", "WM_CLIENT_MACHINE"});
     const uint32_t mask = XCB_EVENT_MASK_PROPERTY_CHANGE;
     xcb_change_window_attributes(m_loop.connection(), m_loop.root(), XCB_CW_EVENT_MASK, &mask);
     readActiveWindow();
@@ -63,6 +96,7 @@ void X11Workspace::watchRoot()
 
 void X11Workspace::handle(const xcb_generic_event_t& event)
 {
+    m_activation.handleEvent(event);
     const int kind = event.response_type & 0x7f;
     if (kind == XCB_DESTROY_NOTIFY)
         noteDestroyed(reinterpret_cast<const xcb_destroy_notify_event_t&>(event).window);
@@ -75,7 +109,7 @@ void X11Workspace::handle(const xcb_generic_event_t& event)
 
 void X11Workspace::readActiveWindow()
 {
-    const xcb_window_t window = activeWindow();
+    const xcb_window_t window = activeWindow(m_loop);
     m_loop.cancel(m_noneConfirmation);
     if (window == m_active || isDock(window))
         return;
@@ -119,14 +153,6 @@ void X11Workspace::noteNoneActive()
     publish(std::nullopt);
 }
 
-/// Some window managers append a second word of 0.
-xcb_window_t X11Workspace::activeWindow()
-{
-    const auto words = wordsProperty(m_loop.connection(), m_loop.root(), m_loop.atoms().atom(kActiveWindow),
-                                     XCB_ATOM_WINDOW);
-    return words.empty() ? xcb_window_t{XCB_WINDOW_NONE} : words.front();
-}
-
 bool X11Workspace::isDock(xcb_window_t window)
 {
     const auto types =
@@ -141,29 +167,17 @@ std::optional<RunningApplication> X11Workspace::programOf(xcb_window_t window)
         xcb_get_window_attributes_reply(x, xcb_get_window_attributes(x, window), nullptr));
     if (!exists)
         return std::nullopt;
-    const auto text = [&](xcb_atom_t property) {
-        return textProperty(x, window, property).value_or(QByteArray());
-    };
-    const QList<QByteArray> classes = text(XCB_ATOM_WM_CLASS).split('\0');
-    const auto process = wordsProperty(x, window, m_loop.atoms().atom(kProcessId), XCB_ATOM_CARDINAL);
-    // A process of another machine has a number that means nothing here.
-    const QByteArray machine = text(m_loop.atoms().atom(kClientMachine));
-    const bool local = machine.isEmpty() || machine == hostName();
-
     RunningApplication program;
     program.window = window;
-    program.processIdentifier = process.empty() || !local ? 0 : qint64{process.front()};
-    WindowIdentity identity;
-    identity.applicationId = QString::fromUtf8(text(m_loop.atoms().atom(kApplicationId)));
-    identity.instance = QString::fromUtf8(classes.value(0));
-    identity.windowClass = QString::fromUtf8(classes.value(1));
-    if (program.processIdentifier > 0)
-        identity.executable = executableOf(program.processIdentifier);
-
+    program.processIdentifier = processOf(m_loop, window);
+    const WindowIdentity identity = identityOf(window, program.processIdentifier);
+    program.isTerminal = isTerminalClass(identity.windowClass) || isTerminalClass(identity.instance);
     if (const std::optional<DesktopEntry> entry = m_entries.find(identity)) {
         program.localizedName = entry->name;
         program.bundleIdentifier = entry->id;
         program.bundleURL = QUrl::fromLocalFile(entry->path);
+        program.isTerminal =
+            program.isTerminal || entry->categories.contains(QLatin1String("TerminalEmulator"));
         return program;
     }
     const QString& name = identity.windowClass.isEmpty() ? identity.instance : identity.windowClass;
@@ -171,7 +185,26 @@ std::optional<RunningApplication> X11Workspace::programOf(xcb_window_t window)
         program.localizedName = name;
         program.bundleIdentifier = name;
     }
+    if (program.processIdentifier == ::getpid()) // run from where it was built
+        program.bundleIdentifier = m_ownIdentifier;
     return program;
+}
+
+WindowIdentity X11Workspace::identityOf(xcb_window_t window, qint64 process)
+{
+    const auto text = [&](xcb_atom_t property) {
+        return textProperty(m_loop.connection(), window, property).value_or(QByteArray());
+    };
+    const QList<QByteArray> classes = text(XCB_ATOM_WM_CLASS).split('\0');
+    WindowIdentity identity;
+    identity.applicationId = QString::fromUtf8(text(m_loop.atoms().atom(kApplicationId)));
+    identity.instance = QString::fromUtf8(classes.value(0));
+    identity.windowClass = QString::fromUtf8(classes.value(1));
+    if (process > 0)
+        identity.executable = executableOf(process);
+    if (process == ::getpid())
+        identity.applicationId = m_ownIdentifier;
+    return identity;
 }
 
 void X11Workspace::publish(std::optional<RunningApplication> application)

@@ -3,7 +3,7 @@
 #include "platform/Workspace.h"
 #include "platform/linux/DesktopEntries.h"
 #include "platform/linux/LogindSleepMonitor.h"
-#include "platform/x11/X11EventLoop.h"
+#include "platform/x11/WindowActivation.h"
 
 namespace tessary {
 
@@ -15,13 +15,17 @@ class X11Workspace : public Workspace {
     Q_OBJECT
 public:
     /// @param entries the installed programs; used on the thread from here on.
+    /// @param ownIdentifier the bundle identifier of this very process, installed or not.
     /// @throws X11Error when there is no display.
-    explicit X11Workspace(DesktopEntries entries, QObject* parent = nullptr);
+    explicit X11Workspace(DesktopEntries entries, QString ownIdentifier, QObject* parent = nullptr);
+    ~X11Workspace() override;
 
     [[nodiscard]] std::optional<RunningApplication> frontmostApplication() const override
     {
         return m_frontmost;
     }
+    [[nodiscard]] QCoro::Task<bool> requestActivation(RunningApplication application) override;
+    [[nodiscard]] QCoro::Task<bool> isActive(RunningApplication application) override;
 
 private:
     void watchRoot();
@@ -31,16 +35,18 @@ private:
     void expectNone();
     void noteNoneActive();
     void publish(std::optional<RunningApplication> application);
-    [[nodiscard]] xcb_window_t activeWindow();
     [[nodiscard]] bool isDock(xcb_window_t window);
     [[nodiscard]] std::optional<RunningApplication> programOf(xcb_window_t window);
+    [[nodiscard]] WindowIdentity identityOf(xcb_window_t window, qint64 process);
 
     LogindSleepMonitor m_sleepMonitor;
     std::optional<RunningApplication> m_frontmost; // main thread
     DesktopEntries m_entries;                      // the loop's thread, as all below
+    QString m_ownIdentifier;
     xcb_window_t m_active = XCB_WINDOW_NONE;
     X11EventLoop::TimerId m_noneConfirmation = 0;
     X11EventLoop m_loop;
+    WindowActivation m_activation; // needs the loop, which stops first
 };
 
 } // namespace tessary

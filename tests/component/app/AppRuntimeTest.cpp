@@ -8,6 +8,7 @@
 #include "platform/testing/FakeFileManager.h"
 #include "platform/testing/FakeGlobalHotKeyFacility.h"
 #include "platform/testing/FakeImageCodec.h"
+#include "platform/testing/FakeKeystrokeSender.h"
 #include "platform/testing/FakePasteboard.h"
 #include "platform/testing/FakePermissions.h"
 #include "platform/testing/FakeScreenshotToolDefaults.h"
@@ -95,8 +96,9 @@ protected:
     testing::FakePermissions permissions;
     testing::FakeDirectoryWatcher directories;
     testing::FakeFileManager fileManager;
-    Platform platform{clock,          pasteboard, workspace, codec,       icons,       defaults,
-                      screenshotTool, folders,    hotKeys,   permissions, directories, fileManager};
+    testing::FakeKeystrokeSender keystrokes;
+    Platform platform{clock,   pasteboard, workspace,   codec,       icons,       defaults,  screenshotTool,
+                      folders, hotKeys,    permissions, directories, fileManager, keystrokes};
     FakeWindows windows;
     std::unique_ptr<AppRuntime> runtime;
 };

@@ -17,7 +17,9 @@ using testing::eventually;
 
 class X11WorkspaceTest : public ::testing::Test {
 protected:
-    X11WorkspaceTest() : workspace(DesktopEntries(XdgFolders().dataFolders(), QStringLiteral("C")))
+    X11WorkspaceTest()
+        : workspace(DesktopEntries(XdgFolders().dataFolders(), QStringLiteral("C")),
+                    QStringLiteral("com.tessary.Tessary"))
     {
         QObject::connect(&workspace, &Workspace::applicationActivated,
                          [this](const RunningApplication& application) { activated.append(application); });

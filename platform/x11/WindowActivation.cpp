@@ -1,0 +1,64 @@
+#include "platform/x11/WindowActivation.h"
+
+#include "platform/x11/WindowFocus.h"
+#include "platform/x11/WindowProperties.h"
+
+namespace tessary {
+namespace {
+
+const QByteArray kCheck("_NET_SUPPORTING_WM_CHECK");
+
+/// From a pager or the like, at the person's command: window managers grant that where they would take a
+/// program's own wish for an intrusion.
+constexpr uint32_t kSourceIsPerson = 2;
+
+} // namespace
+
+WindowActivation::WindowActivation(X11EventLoop& loop) : m_loop(loop), m_time(loop, createHiddenWindow(loop))
+{
+}
+
+void WindowActivation::request(const RunningApplication& application, std::function<void(bool)> done)
+{
+    if (!isWindowOf(m_loop, application) || !hasWindowManager())
+        return done(false);
+    const auto window = static_cast<xcb_window_t>(application.window);
+    m_time.request([this, window, done = std::move(done)](xcb_timestamp_t time) {
+        if (time == XCB_CURRENT_TIME)
+            return done(false);
+        ask(window, time);
+        done(true);
+    });
+}
+
+bool WindowActivation::isActive(const RunningApplication& application)
+{
+    return hasKeyboard(m_loop, application);
+}
+
+/// The property outlives a window manager that crashed, the window that it names does not.
+bool WindowActivation::hasWindowManager()
+{
+    const xcb_atom_t check = m_loop.atoms().atom(kCheck);
+    const auto named = wordsProperty(m_loop.connection(), m_loop.root(), check, XCB_ATOM_WINDOW);
+    if (named.empty())
+        return false;
+    return wordsProperty(m_loop.connection(), named.front(), check, XCB_ATOM_WINDOW) == named;
+}
+
+void WindowActivation::ask(xcb_window_t window, xcb_timestamp_t time)
+{
+    xcb_client_message_event_t message{};
+    message.response_type = XCB_CLIENT_MESSAGE;
+    message.format = 32;
+    message.window = window;
+    message.type = m_loop.atoms().atom("_NET_ACTIVE_WINDOW");
+    message.data.data32[0] = kSourceIsPerson;
+    message.data.data32[1] = time;
+    static_assert(sizeof message == 32);
+    xcb_send_event(m_loop.connection(), 0, m_loop.root(),
+                   XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT,
+                   reinterpret_cast<const char*>(&message));
+}
+
+} // namespace tessary

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "platform/RunningApplication.h"
+#include "platform/x11/ServerTime.h"
+
+#include <functional>
+
+namespace tessary {
+
+/// Asks the window manager to bring a window to the front. On the event loop's thread, after construction.
+class WindowActivation {
+public:
+    explicit WindowActivation(X11EventLoop& loop);
+
+    /// @param done called once: whether there was a window to ask for and a window manager to ask. What it
+    ///             does about it shows later.
+    void request(const RunningApplication& application, std::function<void(bool)> done);
+    [[nodiscard]] bool isActive(const RunningApplication& application);
+    /// Every event of the connection; others' are ignored.
+    void handleEvent(const xcb_generic_event_t& event) { m_time.handleEvent(event); }
+    void connectionLost() { m_time.connectionLost(); }
+
+private:
+    [[nodiscard]] bool hasWindowManager();
+    void ask(xcb_window_t window, xcb_timestamp_t time);
+
+    X11EventLoop& m_loop;
+    ServerTime m_time;
+};
+
+} // namespace tessary
