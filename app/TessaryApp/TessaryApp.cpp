@@ -1,5 +1,8 @@
 #include "app/TessaryApp/TessaryApp.h"
 
+#include "app/menubar/EmbeddedStatusItem.h"
+#include "platform/linux/StatusNotifierItem.h"
+
 #include <QCoreApplication>
 #include <QLoggingCategory>
 #include <QTimer>
@@ -20,15 +23,26 @@ constexpr auto kPatience = 10s; // for imports that are under way when the progr
 TessaryApp::TessaryApp(SingleInstance& instance)
     : m_runtime(m_session.platform(), m_windows),
       m_menu(m_runtime),
-      m_menuBar(m_runtime.settings(), m_session.appearance(), m_session.statusHosts(), m_menu.menu())
+      m_menuBar(m_runtime.settings(), m_session.appearance(), m_session.statusHosts(),
+                [this](StatusHosts::Kind kind) { return makeStatusItem(kind); })
 {
     connect(&instance, &SingleInstance::panelRequested, this, [this] {
         qCInfo(lcApp, "started again: the panel of this one is asked for");
         m_runtime.toggleQuickSearch();
     });
     connect(&m_menuBar, &MenuBarExtra::activated, &m_runtime, &AppRuntime::toggleQuickSearch);
+    connect(&m_menuBar, &MenuBarExtra::menuRequested, &m_menu.menu(),
+            [this](const QPoint& position) { m_menu.menu().popup(position); });
     connect(&m_menu, &MenuBarContent::quitRequested, this, &TessaryApp::quit);
     connect(&m_signals, &TerminationSignals::received, this, &TessaryApp::quit);
+}
+
+std::unique_ptr<StatusItem> TessaryApp::makeStatusItem(StatusHosts::Kind kind)
+{
+    const QString title = QCoreApplication::applicationName();
+    if (kind == StatusHosts::Kind::StatusNotifier)
+        return std::make_unique<StatusNotifierItem>(title, m_menu.menu().actions());
+    return std::make_unique<EmbeddedStatusItem>(title, m_menu.menu());
 }
 
 void TessaryApp::start()

@@ -23,6 +23,8 @@ public:
     void quit();
 
 private:
+    [[nodiscard]] std::unique_ptr<StatusItem> makeStatusItem(StatusHosts::Kind kind);
+
     SessionPlatform m_session;
     AbsentWindows m_windows;
     AppRuntime m_runtime;
