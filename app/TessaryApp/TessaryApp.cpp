@@ -1,5 +1,8 @@
 #include "app/TessaryApp/TessaryApp.h"
 
+#include "app/menubar/EmbeddedStatusItem.h"
+#include "platform/linux/StatusNotifierItem.h"
+
 #include <QCoreApplication>
 #include <QLoggingCategory>
 #include <QTimer>
@@ -21,7 +24,8 @@ TessaryApp::TessaryApp(SingleInstance& instance)
     : m_windows(m_session.appearance(), m_session.windowEffects()),
       m_runtime(m_session.platform(), m_windows),
       m_menu(m_runtime),
-      m_menuBar(m_runtime.settings(), m_session.appearance(), m_session.statusHosts(), m_menu.menu())
+      m_menuBar(m_runtime.settings(), m_session.appearance(), m_session.statusHosts(),
+                [this](StatusHosts::Kind kind) { return makeStatusItem(kind); })
 {
     m_windows.attach(m_runtime);
     connect(&instance, &SingleInstance::panelRequested, this, [this] {
@@ -29,6 +33,8 @@ TessaryApp::TessaryApp(SingleInstance& instance)
         m_runtime.toggleQuickSearch();
     });
     connect(&m_menuBar, &MenuBarExtra::activated, &m_runtime, &AppRuntime::toggleQuickSearch);
+    connect(&m_menuBar, &MenuBarExtra::menuRequested, &m_menu.menu(),
+            [this](const QPoint& position) { m_menu.menu().popup(position); });
     connect(&m_menu, &MenuBarContent::quitRequested, this, &TessaryApp::quit);
     connect(&m_signals, &TerminationSignals::received, this, &TessaryApp::quit);
 }
@@ -36,6 +42,14 @@ TessaryApp::TessaryApp(SingleInstance& instance)
 TessaryApp::~TessaryApp()
 {
     m_windows.detach();
+}
+
+std::unique_ptr<StatusItem> TessaryApp::makeStatusItem(StatusHosts::Kind kind)
+{
+    const QString title = QCoreApplication::applicationName();
+    if (kind == StatusHosts::Kind::StatusNotifier)
+        return std::make_unique<StatusNotifierItem>(title, m_menu.menu().actions());
+    return std::make_unique<EmbeddedStatusItem>(title, m_menu.menu());
 }
 
 void TessaryApp::start()

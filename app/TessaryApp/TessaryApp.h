@@ -24,6 +24,8 @@ public:
     void quit();
 
 private:
+    [[nodiscard]] std::unique_ptr<StatusItem> makeStatusItem(StatusHosts::Kind kind);
+
     SessionPlatform m_session;
     DesktopWindows m_windows;
     AppRuntime m_runtime;

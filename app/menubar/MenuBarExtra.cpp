@@ -10,21 +10,22 @@ namespace tessary {
 namespace {
 
 using namespace std::chrono_literals;
+using Kind = StatusHosts::Kind;
 
 constexpr auto kPatience = 1s; // between a panel's tray for windows and its host on the bus
 
 } // namespace
 
 MenuBarExtra::MenuBarExtra(AppSettings& settings, DesktopAppearance& appearance, StatusHosts& hosts,
-                           QMenu& menu)
+                           ItemMaker makeItem)
     : m_settings(settings),
       m_appearance(appearance),
       m_hosts(hosts),
-      m_menu(menu)
+      m_makeItem(std::move(makeItem))
 {
     m_patience.setSingleShot(true);
     m_patience.setInterval(kPatience);
-    connect(&m_patience, &QTimer::timeout, this, &MenuBarExtra::insert);
+    connect(&m_patience, &QTimer::timeout, this, [this] { insert(Kind::Embedding); });
     connect(&m_settings, &AppSettings::showMenuBarIconChanged, this, &MenuBarExtra::update);
     connect(&m_hosts, &StatusHosts::changed, this, &MenuBarExtra::update);
     connect(&m_appearance, &DesktopAppearance::changed, this, &MenuBarExtra::paint);
@@ -33,48 +34,44 @@ MenuBarExtra::MenuBarExtra(AppSettings& settings, DesktopAppearance& appearance,
 
 void MenuBarExtra::update()
 {
-    if (!m_settings.showMenuBarIcon()) {
-        m_patience.stop();
-        m_icon.reset();
+    m_patience.stop();
+    if (!m_settings.showMenuBarIcon())
+        return remove();
+    const Kind kind = m_hosts.kind();
+    if (m_item && kind == m_itemKind)
         return;
-    }
-    if (m_icon)
-        return; // Qt moves it to a panel that is started again
-    switch (m_hosts.kind()) {
-    case StatusHosts::Kind::StatusNotifier:
-        return insert();
-    case StatusHosts::Kind::Embedding:
+    if (kind == Kind::StatusNotifier)
+        return insert(kind);
+    if (kind == Kind::Embedding)
         return m_patience.start();
-    case StatusHosts::Kind::None:
-        m_patience.stop();
-        if (!std::exchange(m_hasToldOfNone, true))
-            qCInfo(lcMenuBar, "no panel shows icons of programs; the icon will wait for one");
-        return;
-    case StatusHosts::Kind::Unknown:
-        return;
-    }
+    // No panel at present. The item, if there is one, waits for the next.
+    if (kind == Kind::None && !m_item && !std::exchange(m_hasToldOfNone, true))
+        qCInfo(lcMenuBar, "no panel shows icons of programs; the icon will wait for one");
 }
 
-void MenuBarExtra::insert()
+void MenuBarExtra::insert(Kind kind)
 {
-    m_patience.stop();
-    m_icon = std::make_unique<QSystemTrayIcon>();
-    m_icon->setToolTip(QStringLiteral("Tessary"));
-    m_icon->setContextMenu(&m_menu);
+    remove();
+    m_itemKind = kind;
+    m_item = m_makeItem(kind);
+    connect(m_item.get(), &StatusItem::activated, this, &MenuBarExtra::activated);
+    connect(m_item.get(), &StatusItem::menuRequested, this, &MenuBarExtra::menuRequested);
     paint();
-    connect(m_icon.get(), &QSystemTrayIcon::activated, this,
-            [this](QSystemTrayIcon::ActivationReason reason) {
-                if (reason == QSystemTrayIcon::Trigger)
-                    Q_EMIT activated();
-            });
-    m_icon->show();
     qCInfo(lcMenuBar, "the icon is in the panel");
+}
+
+void MenuBarExtra::remove()
+{
+    if (m_item)
+        qCInfo(lcMenuBar, "the icon leaves the panel");
+    m_item.reset();
+    m_itemKind = Kind::Unknown;
 }
 
 void MenuBarExtra::paint()
 {
-    if (m_icon)
-        m_icon->setIcon(m_image.image(m_appearance.colourScheme()));
+    if (m_item)
+        m_item->setIcon(m_image.image(m_appearance.colourScheme()));
 }
 
 } // namespace tessary

@@ -2,48 +2,49 @@
 
 #include "app/menubar/TessaryMenuBarIcon.h"
 #include "platform/StatusHosts.h"
+#include "platform/StatusItem.h"
 
-#include <QSystemTrayIcon>
 #include <QTimer>
 
+#include <functional>
 #include <memory>
-
-class QMenu;
 
 namespace tessary {
 
 class AppSettings;
 
-/// The icon in the panel, there exactly while the setting says so. A click on it is `activated`; its menu
-/// comes with the other button, or as the panel has it. Main thread only.
-///
-/// Qt decides when the first icon is made, and for good, which kind of panel it will be for. So none is
-/// made before there is a panel, and one that only embeds windows is given a second to offer more.
+/// Our icon in the panel, there exactly while the setting says so, in the way that the present panel shows
+/// icons best. One that only embeds windows is given a second to offer more. Main thread only.
 class MenuBarExtra : public QObject {
     Q_OBJECT
 public:
-    /// All of them outlive this.
-    MenuBarExtra(AppSettings& settings, DesktopAppearance& appearance, StatusHosts& hosts, QMenu& menu);
+    /// Makes the icon for that kind of panel.
+    using ItemMaker = std::function<std::unique_ptr<StatusItem>(StatusHosts::Kind)>;
 
-    /// Null while there is none.
-    [[nodiscard]] QSystemTrayIcon* icon() const { return m_icon.get(); }
+    /// All references outlive this.
+    MenuBarExtra(AppSettings& settings, DesktopAppearance& appearance, StatusHosts& hosts,
+                 ItemMaker makeItem);
 
 Q_SIGNALS:
+    /// The icon was clicked with the main button.
     void activated();
+    void menuRequested(const QPoint& position);
 
 private:
     void update();
-    void insert();
+    void insert(StatusHosts::Kind kind);
+    void remove();
     void paint();
 
     AppSettings& m_settings;
     DesktopAppearance& m_appearance;
     StatusHosts& m_hosts;
-    QMenu& m_menu;
+    ItemMaker m_makeItem;
     TessaryMenuBarIcon m_image;
     QTimer m_patience;
     bool m_hasToldOfNone = false;
-    std::unique_ptr<QSystemTrayIcon> m_icon;
+    StatusHosts::Kind m_itemKind = StatusHosts::Kind::Unknown;
+    std::unique_ptr<StatusItem> m_item;
 };
 
 } // namespace tessary

@@ -43,7 +43,7 @@ void DetailPane::set(const std::optional<ScreenshotRecord>& record)
         m_picture->clear();
         return;
     }
-    const bool isCut = record->textContent.size() >= ScreenshotSearchViewModel::kListTextLimit;
+    const bool isCut = record->textContent.size() >= kListTextLimit;
     m_facts->set(itemFacts(*record, isCut, Calendar::current()),
                  record->sourceAppIconPath.value_or(QString()));
     if (record->contentType == ClipboardContentType::Text) {

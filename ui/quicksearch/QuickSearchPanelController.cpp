@@ -65,7 +65,8 @@ QuickSearchPanelController::QuickSearchPanelController(AppRuntime& runtime, cons
     });
     connect(&m_view->field(), &QLineEdit::textEdited, this, [this] { m_isNavigatingResults = false; });
     m_panel->setComposited(m_effects.isComposited());
-    m_model.scheduleRefresh(true); // so that the first show has something to show
+    m_model.scheduleRefresh(
+        ScreenshotSearchViewModel::Refresh::Immediate); // so that the first show has something to show
 }
 
 QuickSearchPanelController::~QuickSearchPanelController()
@@ -82,7 +83,7 @@ void QuickSearchPanelController::show()
     m_view->setComposited(m_panel->isComposited());
     m_panel->setFixedBodySize(KeyableSearchPanel::kSize);
     m_model.setQuery({});
-    m_model.scheduleRefresh(false);
+    m_model.scheduleRefresh(ScreenshotSearchViewModel::Refresh::Debounced);
     m_isNavigatingResults = false;
     m_view->prepareToShow();
     position();

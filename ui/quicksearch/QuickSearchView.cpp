@@ -103,7 +103,9 @@ void QuickSearchView::observeModel()
     });
     connect(&m_model, &Model::scopeChanged, this, &QuickSearchView::followNarrowing);
     connect(&m_model, &Model::sortChanged, this, &QuickSearchView::followNarrowing);
-    connect(&m_model, &Model::resultsChanged, this, &QuickSearchView::followResults);
+    connect(&m_model, &Model::resultsReset, this, &QuickSearchView::followResults);
+    connect(&m_model, &Model::resultsAppended, this, &QuickSearchView::followResults);
+    connect(&m_model, &Model::hasMoreChanged, this, &QuickSearchView::followResults);
     connect(&m_model, &Model::selectedIndexChanged, this, &QuickSearchView::followSelection);
     connect(&m_model, &Model::isSearchingChanged, this, &QuickSearchView::followEmptyState);
 }

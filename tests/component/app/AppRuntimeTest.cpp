@@ -2,24 +2,11 @@
 
 #include "app/ApplicationIdentity.h"
 #include "app/WindowPresenter.h"
-#include "platform/testing/FakeApplicationIcons.h"
-#include "platform/testing/FakeClock.h"
-#include "platform/testing/FakeDirectoryWatcher.h"
-#include "platform/testing/FakeFileManager.h"
-#include "platform/testing/FakeGlobalHotKeyFacility.h"
-#include "platform/testing/FakeImageCodec.h"
-#include "platform/testing/FakeKeystrokeSender.h"
-#include "platform/testing/FakePasteboard.h"
-#include "platform/testing/FakePermissions.h"
-#include "platform/testing/FakeScreenshotToolDefaults.h"
-#include "platform/testing/FakeStandardFolders.h"
-#include "platform/testing/FakeUserDefaults.h"
-#include "platform/testing/FakeWorkspace.h"
 #include "store/Projection.h"
 #include "store/RecordColumns.h"
 #include "tests/support/Await.h"
+#include "tests/support/FakePlatform.h"
 #include "tests/support/RecordSamples.h"
-#include "tests/support/TemporaryFolder.h"
 
 #include <QCoreApplication>
 #include <QFile>
@@ -47,7 +34,7 @@ public:
     int selections = 0;
 };
 
-class AppRuntimeTest : public ::testing::Test {
+class AppRuntimeTest : public ::testing::Test, protected testing::FakePlatform {
 protected:
     ~AppRuntimeTest() override
     {
@@ -83,22 +70,6 @@ protected:
         }));
     }
 
-    testing::TemporaryFolder folder;
-    testing::FakeClock clock;
-    testing::FakePasteboard pasteboard;
-    testing::FakeWorkspace workspace;
-    testing::FakeImageCodec codec;
-    testing::FakeApplicationIcons icons;
-    testing::FakeUserDefaults defaults;
-    testing::FakeScreenshotToolDefaults screenshotTool;
-    testing::FakeStandardFolders folders{folder.path(), folder.path()};
-    testing::FakeGlobalHotKeyFacility hotKeys;
-    testing::FakePermissions permissions;
-    testing::FakeDirectoryWatcher directories;
-    testing::FakeFileManager fileManager;
-    testing::FakeKeystrokeSender keystrokes;
-    Platform platform{clock,   pasteboard, workspace,   codec,       icons,       defaults,  screenshotTool,
-                      folders, hotKeys,    permissions, directories, fileManager, keystrokes};
     FakeWindows windows;
     std::unique_ptr<AppRuntime> runtime;
 };

@@ -2,21 +2,9 @@
 
 #include "app/ApplicationIdentity.h"
 #include "app/WindowPresenter.h"
-#include "platform/testing/FakeApplicationIcons.h"
-#include "platform/testing/FakeClock.h"
-#include "platform/testing/FakeDirectoryWatcher.h"
-#include "platform/testing/FakeGlobalHotKeyFacility.h"
-#include "platform/testing/FakeImageCodec.h"
-#include "platform/testing/FakeKeystrokeSender.h"
-#include "platform/testing/FakePasteboard.h"
-#include "platform/testing/FakePermissions.h"
-#include "platform/testing/FakeScreenshotToolDefaults.h"
-#include "platform/testing/FakeStandardFolders.h"
-#include "platform/testing/FakeUserDefaults.h"
-#include "platform/testing/FakeWorkspace.h"
 #include "tests/support/Await.h"
+#include "tests/support/FakePlatform.h"
 #include "tests/support/RecordSamples.h"
-#include "tests/support/TemporaryFolder.h"
 
 #include <QCoreApplication>
 
@@ -58,7 +46,7 @@ private:
     testing::FakeWorkspace& m_workspace;
 };
 
-class PasteBackTest : public ::testing::Test {
+class PasteBackTest : public ::testing::Test, protected testing::FakePlatform {
 protected:
     PasteBackTest()
     {
@@ -95,21 +83,6 @@ protected:
         return await(runtime.store()->record(record.id))->lastUsedAt;
     }
 
-    testing::TemporaryFolder folder;
-    testing::FakeClock clock;
-    testing::FakePasteboard pasteboard;
-    testing::FakeWorkspace workspace;
-    testing::FakeImageCodec codec;
-    testing::FakeApplicationIcons icons;
-    testing::FakeUserDefaults defaults;
-    testing::FakeScreenshotToolDefaults screenshotTool;
-    testing::FakeStandardFolders folders{folder.path(), folder.path()};
-    testing::FakeGlobalHotKeyFacility hotKeys;
-    testing::FakePermissions permissions;
-    testing::FakeDirectoryWatcher directories;
-    testing::FakeKeystrokeSender keystrokes;
-    Platform platform{clock,          pasteboard, workspace, codec,       icons,       defaults,
-                      screenshotTool, folders,    hotKeys,   permissions, directories, keystrokes};
     PanelOnly windows{workspace};
     AppRuntime runtime{platform, windows};
     int changes = 0;

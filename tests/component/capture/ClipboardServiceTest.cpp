@@ -1,20 +1,8 @@
 #include "capture/ClipboardService.h"
 
-#include "platform/testing/FakeApplicationIcons.h"
-#include "platform/testing/FakeClock.h"
-#include "platform/testing/FakeDirectoryWatcher.h"
-#include "platform/testing/FakeGlobalHotKeyFacility.h"
-#include "platform/testing/FakeImageCodec.h"
-#include "platform/testing/FakeKeystrokeSender.h"
-#include "platform/testing/FakePasteboard.h"
-#include "platform/testing/FakePermissions.h"
-#include "platform/testing/FakeScreenshotToolDefaults.h"
-#include "platform/testing/FakeStandardFolders.h"
-#include "platform/testing/FakeUserDefaults.h"
-#include "platform/testing/FakeWorkspace.h"
 #include "tests/support/Await.h"
+#include "tests/support/FakePlatform.h"
 #include "tests/support/RecordSamples.h"
-#include "tests/support/TemporaryFolder.h"
 
 #include <QFile>
 
@@ -32,7 +20,7 @@ const RunningApplication kTerminal{
     QStringLiteral("Terminal"), QStringLiteral("term"), std::nullopt, 8, 80, true};
 const RunningApplication kPanel{QStringLiteral("Tessary"), QStringLiteral("panel"), std::nullopt, 9, 90};
 
-class ClipboardServiceTest : public ::testing::Test {
+class ClipboardServiceTest : public ::testing::Test, protected testing::FakePlatform {
 protected:
     /// Begins to paste; time stands still.
     void begin(const ScreenshotRecord& record, std::optional<RunningApplication> target)
@@ -66,21 +54,6 @@ protected:
         return await(ClipboardService::copy(record, pasteboard, PasteboardReach::Clipboard));
     }
 
-    testing::TemporaryFolder folder;
-    testing::FakeClock clock;
-    testing::FakePasteboard pasteboard;
-    testing::FakeWorkspace workspace;
-    testing::FakeImageCodec codec;
-    testing::FakeApplicationIcons icons;
-    testing::FakeUserDefaults defaults;
-    testing::FakeScreenshotToolDefaults screenshotTool;
-    testing::FakeStandardFolders folders{folder.path(), folder.path()};
-    testing::FakeGlobalHotKeyFacility hotKeys;
-    testing::FakePermissions permissions;
-    testing::FakeDirectoryWatcher directories;
-    testing::FakeKeystrokeSender keystrokes;
-    Platform platform{clock,          pasteboard, workspace, codec,       icons,       defaults,
-                      screenshotTool, folders,    hotKeys,   permissions, directories, keystrokes};
     std::optional<Outcome> outcome;
     QCoro::Task<> task;
 };

@@ -110,9 +110,9 @@ bool PasteFixture::isInFront(PasteTarget& target)
 
 ClipboardService::Outcome PasteFixture::paste(const QString& text)
 {
-    const Platform platform{clock,     *pasteboard,   workspace,        codec,
-                            m_icons,   m_defaults,    m_screenshotTool, m_folders,
-                            m_hotKeys, m_permissions, m_directories,    keystrokes};
+    const Platform platform{clock,         *pasteboard,      workspace, codec,     m_icons,
+                            m_defaults,    m_screenshotTool, m_folders, m_hotKeys, m_permissions,
+                            m_directories, m_fileManager,    keystrokes};
     return await(ClipboardService::copyAndPaste(textRecord(text), m_previous, platform));
 }
 

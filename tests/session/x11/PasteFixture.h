@@ -5,6 +5,7 @@
 #include "platform/linux/XdgFolders.h"
 #include "platform/testing/FakeApplicationIcons.h"
 #include "platform/testing/FakeDirectoryWatcher.h"
+#include "platform/testing/FakeFileManager.h"
 #include "platform/testing/FakeGlobalHotKeyFacility.h"
 #include "platform/testing/FakePermissions.h"
 #include "platform/testing/FakeScreenshotToolDefaults.h"
@@ -68,6 +69,7 @@ private:
     FakeGlobalHotKeyFacility m_hotKeys;
     FakePermissions m_permissions;
     FakeDirectoryWatcher m_directories;
+    FakeFileManager m_fileManager;
     RunningApplication m_previous;
     std::vector<std::unique_ptr<PasteTarget>> m_targets;
 };

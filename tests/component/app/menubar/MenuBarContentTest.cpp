@@ -2,20 +2,8 @@
 
 #include "app/AppRuntime.h"
 #include "app/WindowPresenter.h"
-#include "platform/testing/FakeApplicationIcons.h"
-#include "platform/testing/FakeClock.h"
-#include "platform/testing/FakeDirectoryWatcher.h"
-#include "platform/testing/FakeFileManager.h"
-#include "platform/testing/FakeGlobalHotKeyFacility.h"
-#include "platform/testing/FakeImageCodec.h"
-#include "platform/testing/FakePasteboard.h"
-#include "platform/testing/FakePermissions.h"
-#include "platform/testing/FakeScreenshotToolDefaults.h"
-#include "platform/testing/FakeStandardFolders.h"
-#include "platform/testing/FakeUserDefaults.h"
-#include "platform/testing/FakeWorkspace.h"
 #include "tests/support/Await.h"
-#include "tests/support/TemporaryFolder.h"
+#include "tests/support/FakePlatform.h"
 
 namespace tessary {
 namespace {
@@ -39,7 +27,7 @@ public:
 const testing::FakeGlobalHotKeyFacility::Combination kQuickSearch{49, 2048};
 const testing::FakeGlobalHotKeyFacility::Combination kLocalOCR{31, 6144};
 
-class MenuBarContentTest : public ::testing::Test {
+class MenuBarContentTest : public ::testing::Test, protected testing::FakePlatform {
 protected:
     ~MenuBarContentTest() override { await(runtime.shutDown()); }
 
@@ -79,23 +67,8 @@ protected:
         ASSERT_TRUE(eventually([&] { return content.menu().isVisible(); }));
     }
 
-    testing::TemporaryFolder folder;
-    testing::FakeClock clock;
-    testing::FakePasteboard pasteboard;
-    testing::FakeWorkspace workspace;
-    testing::FakeImageCodec codec;
-    testing::FakeApplicationIcons icons;
-    testing::FakeUserDefaults defaults;
-    testing::FakeScreenshotToolDefaults screenshotTool;
-    testing::FakeStandardFolders folders{folder.path(), folder.path()};
-    testing::FakeGlobalHotKeyFacility hotKeys;
-    testing::FakePermissions permissions;
-    testing::FakeDirectoryWatcher directories;
-    testing::FakeFileManager fileManager;
     CountingWindows windows;
-    AppRuntime runtime{{clock, pasteboard, workspace, codec, icons, defaults, screenshotTool, folders,
-                        hotKeys, permissions, directories, fileManager},
-                       windows};
+    AppRuntime runtime{platform, windows};
     MenuBarContent content{runtime};
     int quits = 0;
     QMetaObject::Connection quitting =

@@ -8,8 +8,6 @@
 #include "platform/testing/FakeUserDefaults.h"
 #include "tests/support/Await.h"
 
-#include <QMenu>
-
 namespace tessary {
 namespace {
 
@@ -19,21 +17,47 @@ using ColourScheme = DesktopAppearance::ColourScheme;
 
 class MenuBarExtraTest : public ::testing::Test {
 protected:
+    /// An item that only remembers what is shown.
+    class Item : public StatusItem {
+    public:
+        Item(Kind itemKind, Item** place) : kind(itemKind), m_place(place) { *m_place = this; }
+        ~Item() override
+        {
+            if (*m_place == this)
+                *m_place = nullptr;
+        }
+        void setIcon(const QIcon& newIcon) override { icon = newIcon; }
+
+        Kind kind;
+        QIcon icon;
+
+    private:
+        Item** m_place;
+    };
+
     void start()
     {
         settings = std::make_unique<AppSettings>(defaults, screenshotTool, folders);
-        extra = std::make_unique<MenuBarExtra>(*settings, appearance, hosts, menu);
+        extra = std::make_unique<MenuBarExtra>(
+            *settings, appearance, hosts, [this](Kind kind) { return std::make_unique<Item>(kind, &item); });
     }
     void setHost(Kind kind)
     {
         hosts.setKind(kind);
         ASSERT_TRUE(eventually([&] { return hosts.kind() == kind; }));
     }
-    bool isShown() const { return extra->icon() != nullptr && extra->icon()->isVisible(); }
+    bool isShown(Kind kind) const { return item != nullptr && item->kind == kind && !item->icon.isNull(); }
     QColor markColour() const
     {
         // The upright of the mark goes through the middle of the lower half.
-        return extra->icon()->icon().pixmap(QSize(48, 48)).toImage().pixelColor(24, 32);
+        return item->icon.pixmap(QSize(48, 48)).toImage().pixelColor(24, 32);
+    }
+    void waitLongerThanItsPatience()
+    {
+        QTimer later;
+        later.setSingleShot(true);
+        later.start(std::chrono::milliseconds(1500));
+        ASSERT_TRUE(eventually([&] { return !later.isActive(); }));
     }
 
     testing::FakeUserDefaults defaults;
@@ -41,8 +65,8 @@ protected:
     testing::FakeStandardFolders folders{QString(), QString()};
     testing::FakeDesktopAppearance appearance;
     testing::FakeStatusHosts hosts;
-    QMenu menu;
     std::unique_ptr<AppSettings> settings;
+    Item* item = nullptr;
     std::unique_ptr<MenuBarExtra> extra;
 };
 
@@ -50,13 +74,11 @@ TEST_F(MenuBarExtraTest, IsThereExactlyWhileTheSettingSaysSo)
 {
     start();
     setHost(Kind::StatusNotifier);
-    ASSERT_TRUE(isShown());
-    EXPECT_EQ(extra->icon()->contextMenu(), &menu);
-    EXPECT_EQ(extra->icon()->toolTip(), QStringLiteral("Tessary"));
+    ASSERT_TRUE(isShown(Kind::StatusNotifier));
     settings->setShowMenuBarIcon(false);
-    EXPECT_EQ(extra->icon(), nullptr);
+    EXPECT_EQ(item, nullptr);
     settings->setShowMenuBarIcon(true);
-    EXPECT_TRUE(isShown());
+    EXPECT_TRUE(isShown(Kind::StatusNotifier));
 }
 
 TEST_F(MenuBarExtraTest, IsNotThereWhenTheSettingIsOffFromTheStart)
@@ -64,38 +86,48 @@ TEST_F(MenuBarExtraTest, IsNotThereWhenTheSettingIsOffFromTheStart)
     defaults.set(QStringLiteral("showMenuBarIcon"), false);
     start();
     setHost(Kind::StatusNotifier);
-    EXPECT_EQ(extra->icon(), nullptr);
+    EXPECT_EQ(item, nullptr);
     settings->setShowMenuBarIcon(true);
-    EXPECT_TRUE(isShown());
+    EXPECT_TRUE(isShown(Kind::StatusNotifier));
 }
 
 TEST_F(MenuBarExtraTest, WaitsForAPanel)
 {
     start();
-    EXPECT_EQ(extra->icon(), nullptr);
+    EXPECT_EQ(item, nullptr);
     setHost(Kind::None);
-    EXPECT_EQ(extra->icon(), nullptr);
+    EXPECT_EQ(item, nullptr);
     setHost(Kind::StatusNotifier);
-    EXPECT_TRUE(isShown());
+    EXPECT_TRUE(isShown(Kind::StatusNotifier));
 }
 
 TEST_F(MenuBarExtraTest, StaysWhileThePanelIsStartedAgain)
 {
     start();
     setHost(Kind::StatusNotifier);
-    const QSystemTrayIcon* icon = extra->icon();
+    const Item* before = item;
     setHost(Kind::None);
+    setHost(Kind::Embedding); // a panel's tray comes before its host on the bus
     setHost(Kind::StatusNotifier);
-    EXPECT_EQ(extra->icon(), icon);
-    EXPECT_TRUE(isShown());
+    waitLongerThanItsPatience();
+    EXPECT_EQ(item, before);
 }
 
 TEST_F(MenuBarExtraTest, TakesATrayThatOnlyEmbedsWhenNothingBetterComesSoon)
 {
     start();
     setHost(Kind::Embedding);
-    EXPECT_EQ(extra->icon(), nullptr);
-    EXPECT_TRUE(eventually([&] { return isShown(); }));
+    EXPECT_EQ(item, nullptr);
+    EXPECT_TRUE(eventually([&] { return isShown(Kind::Embedding); }));
+}
+
+TEST_F(MenuBarExtraTest, MovesFromATrayThatOnlyEmbedsToABetterHost)
+{
+    start();
+    setHost(Kind::Embedding);
+    ASSERT_TRUE(eventually([&] { return isShown(Kind::Embedding); }));
+    setHost(Kind::StatusNotifier);
+    EXPECT_TRUE(isShown(Kind::StatusNotifier));
 }
 
 TEST_F(MenuBarExtraTest, TheSettingSwitchedOffWhileItWaitsKeepsItAway)
@@ -103,23 +135,22 @@ TEST_F(MenuBarExtraTest, TheSettingSwitchedOffWhileItWaitsKeepsItAway)
     start();
     setHost(Kind::Embedding);
     settings->setShowMenuBarIcon(false);
-    QTimer later;
-    later.setSingleShot(true);
-    later.start(std::chrono::milliseconds(1500)); // longer than it waits
-    ASSERT_TRUE(eventually([&] { return !later.isActive(); }));
-    EXPECT_EQ(extra->icon(), nullptr);
+    waitLongerThanItsPatience();
+    EXPECT_EQ(item, nullptr);
 }
 
-TEST_F(MenuBarExtraTest, AClickActivatesIt)
+TEST_F(MenuBarExtraTest, TellsOfClicks)
 {
     start();
     setHost(Kind::StatusNotifier);
     int activations = 0;
+    QPoint menuAt;
     QObject::connect(extra.get(), &MenuBarExtra::activated, [&] { ++activations; });
-    Q_EMIT extra->icon()->activated(QSystemTrayIcon::Context);
-    EXPECT_EQ(activations, 0);
-    Q_EMIT extra->icon()->activated(QSystemTrayIcon::Trigger);
+    QObject::connect(extra.get(), &MenuBarExtra::menuRequested, [&](const QPoint& at) { menuAt = at; });
+    Q_EMIT item->activated();
+    Q_EMIT item->menuRequested(QPoint(3, 4));
     EXPECT_EQ(activations, 1);
+    EXPECT_EQ(menuAt, QPoint(3, 4));
 }
 
 TEST_F(MenuBarExtraTest, FollowsTheColoursOfTheDesktop)
