@@ -62,6 +62,7 @@ void NarrowingChips::rebuild()
         auto* chip = new Chip(m_theme, narrowing.text, m_row);
         connect(chip, &Chip::removed, this, [this, narrowing] { Q_EMIT removed(narrowing); });
         m_layout->addWidget(chip);
+        chip->show();
     }
     m_layout->addStretch(1);
     setVisible(!m_narrowings.isEmpty());

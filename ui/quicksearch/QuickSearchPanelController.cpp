@@ -57,8 +57,7 @@ QuickSearchPanelController::QuickSearchPanelController(AppRuntime& runtime, cons
     connect(m_panel.get(), &KeyableSearchPanel::resignedKey, this,
             &QuickSearchPanelController::panelResignedKey);
     connect(m_panel.get(), &KeyableSearchPanel::resized, this, &QuickSearchPanelController::panelResized);
-    connect(m_panel.get(), &KeyableSearchPanel::closing, this,
-            &QuickSearchPanelController::removeEventMonitor);
+    connect(m_panel.get(), &KeyableSearchPanel::closing, this, &QuickSearchPanelController::hide);
     connect(m_panel.get(), &KeyableSearchPanel::bodyPlaced, this, [this](const QRect& body) {
         if (m_panel->isComposited())
             m_effects.setInputRegion(m_panel->winId(), body, m_panel->devicePixelRatioF());
@@ -88,6 +87,7 @@ void QuickSearchPanelController::show()
     m_view->prepareToShow();
     position();
     installEventMonitor();
+    m_isShown = true;
     m_panel->show();
     m_panel->raise();
     m_panel->activateWindow();
@@ -97,6 +97,8 @@ void QuickSearchPanelController::show()
 void QuickSearchPanelController::hide()
 {
     removeEventMonitor();
+    if (!std::exchange(m_isShown, false))
+        return; // losing the focus hides it too
     m_panel->hide();
     m_model.setQuery({}); // so that the next show starts with the whole list at once
     m_rest.start();
@@ -105,7 +107,7 @@ void QuickSearchPanelController::hide()
 
 bool QuickSearchPanelController::isVisible() const
 {
-    return m_panel->isVisible();
+    return m_isShown;
 }
 
 QPoint QuickSearchPanelController::place(const QRect& visibleFrame, const QSize& size)
@@ -132,7 +134,7 @@ void QuickSearchPanelController::panelBecameKey()
 
 void QuickSearchPanelController::panelResignedKey()
 {
-    if (QApplication::activePopupWidget() != nullptr || !m_panel->isVisible())
+    if (QApplication::activePopupWidget() != nullptr || !m_isShown)
         return; // one of our own menus is open
     if (!m_runtime.settings().quickSearchPinned())
         hide();

@@ -61,6 +61,7 @@ private:
     ScreenshotSearchViewModel m_model;
     std::unique_ptr<KeyableSearchPanel> m_panel;
     QuickSearchView* m_view;
+    bool m_isShown = false;
     bool m_isMonitoring = false; // keys
     bool m_isNavigatingResults = false;
     QTimer m_rest; // after hiding, until memory is given back

@@ -1,0 +1,30 @@
+#pragma once
+
+#include "platform/WindowEffects.h"
+
+#include <utility>
+
+namespace tessary::testing {
+
+/// A window system that takes notes.
+class FakeWindowEffects : public WindowEffects {
+    Q_OBJECT
+public:
+    [[nodiscard]] bool isComposited() const override { return m_isComposited; }
+    void setInputRegion(quintptr, const QRect& region, qreal) override { inputRegion = region; }
+    void activate(quintptr window) override { activated = window; }
+
+    void setComposited(bool isComposited)
+    {
+        if (std::exchange(m_isComposited, isComposited) != isComposited)
+            Q_EMIT compositedChanged();
+    }
+
+    QRect inputRegion;
+    quintptr activated = 0;
+
+private:
+    bool m_isComposited = false;
+};
+
+} // namespace tessary::testing

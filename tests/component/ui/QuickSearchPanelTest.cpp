@@ -1,0 +1,431 @@
+#include "ui/quicksearch/QuickSearchPanelController.h"
+
+#include "app/AppRuntime.h"
+#include "app/WindowPresenter.h"
+#include "platform/testing/FakeWindowEffects.h"
+#include "tests/support/Await.h"
+#include "tests/support/FakePlatform.h"
+#include "tests/support/RecordSamples.h"
+#include "ui/kit/Banner.h"
+#include "ui/kit/Chip.h"
+#include "ui/kit/Theme.h"
+#include "ui/quicksearch/FilterMenu.h"
+#include "ui/quicksearch/KeyableSearchPanel.h"
+#include "ui/quicksearch/NarrowingChips.h"
+#include "ui/quicksearch/ResultList.h"
+#include "ui/quicksearch/SearchField.h"
+#include "ui/quicksearch/TextPage.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QInputMethodEvent>
+#include <QLabel>
+#include <QWindow>
+
+namespace tessary {
+namespace {
+
+using namespace std::chrono_literals;
+using testing::await;
+using testing::eventually;
+
+/// Hands what the runtime asks for to the panel, and takes notes of the rest.
+class PanelWindows : public WindowPresenter {
+public:
+    [[nodiscard]] bool isQuickSearchVisible() const override { return panel && panel->isVisible(); }
+    void showQuickSearch() override { panel->show(); }
+    void hideQuickSearch() override { panel->hide(); }
+    void showSettings() override { ++settings; }
+    void showPreview(const ScreenshotRecord& record) override { previews.append(record.textContent); }
+    void showRegionSelection() override {}
+
+    QuickSearchPanelController* panel = nullptr;
+    int settings = 0;
+    QStringList previews;
+};
+
+class QuickSearchPanelTest : public ::testing::Test, protected testing::FakePlatform {
+protected:
+    void SetUp() override
+    {
+        await(runtime.start());
+        controller.emplace(runtime, theme, effects);
+        windows.panel = &*controller;
+    }
+    ~QuickSearchPanelTest() override
+    {
+        controller.reset();
+        await(runtime.shutDown());
+    }
+
+    void add(const ScreenshotRecord& record)
+    {
+        ASSERT_TRUE(await(runtime.store()->insert(record)));
+        Q_EMIT runtime.libraryChanged();
+    }
+    void addTexts(const QStringList& texts)
+    {
+        double time = 1'700'000'000;
+        for (const QString& text : texts)
+            add(testing::textRecord(text, time += 60));
+        ASSERT_TRUE(eventually([&] { return results().size() == texts.size(); }));
+    }
+    void show()
+    {
+        runtime.toggleQuickSearch();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(controller->panel().windowHandle()));
+        clock.advance(180ms);
+        ASSERT_TRUE(eventually([&] { return !controller->model().isSearching(); }));
+    }
+    void press(Qt::Key key, Qt::KeyboardModifiers modifiers = {})
+    {
+        QTest::keyClick(controller->panel().windowHandle(), key, modifiers);
+    }
+    void type(const QString& text)
+    {
+        for (const QChar letter : text)
+            QTest::keyClick(controller->panel().windowHandle(), letter.toLatin1());
+    }
+    [[nodiscard]] QStringList results()
+    {
+        QStringList texts;
+        for (const ScreenshotRecord& record : controller->model().results())
+            texts.append(record.textContent);
+        return texts;
+    }
+    [[nodiscard]] QString selected()
+    {
+        const auto record = controller->model().selectedRecord();
+        return record ? record->textContent : QString();
+    }
+    template <typename Widget>
+    [[nodiscard]] Widget& part()
+    {
+        auto* found = controller->panel().findChild<Widget*>();
+        EXPECT_NE(found, nullptr);
+        return *found;
+    }
+    [[nodiscard]] ScreenshotRecord stored(const QString& text)
+    {
+        for (const ScreenshotRecord& record : controller->model().results()) {
+            if (record.textContent == text)
+                return record;
+        }
+        ADD_FAILURE() << "not listed: " << text.toStdString();
+        return {};
+    }
+
+    PanelWindows windows;
+    testing::FakeWindowEffects effects;
+    Theme theme;
+    AppRuntime runtime{platform, windows};
+    std::optional<QuickSearchPanelController> controller;
+    QWidget other; // a window that takes the focus away
+};
+
+// --- the window --------------------------------------------------------------
+
+TEST_F(QuickSearchPanelTest, OpensWithTheFieldFocusedAndEmpty)
+{
+    controller->model().setQuery(QStringLiteral("left over"));
+    show();
+    EXPECT_EQ(part<SearchField>().text(), QString());
+    EXPECT_EQ(controller->model().query(), QString());
+    EXPECT_EQ(QApplication::focusWidget(), &part<SearchField>());
+    EXPECT_EQ(part<SearchField>().placeholderText(), QStringLiteral("搜索剪贴板文字、来源 App..."));
+}
+
+TEST_F(QuickSearchPanelTest, HasAFixedSizeAndTheWidthSettingStays)
+{
+    defaults.set(QStringLiteral("quickSearchWidth"), 900.0);
+    show();
+    KeyableSearchPanel& panel = controller->panel();
+    EXPECT_EQ(panel.body().size(), QSize(780, 540));
+    panel.resize(1000, 700);
+    EXPECT_EQ(panel.body().size(), QSize(780, 540));
+    EXPECT_EQ(runtime.settings().quickSearchWidth(), 780);
+}
+
+TEST_F(QuickSearchPanelTest, IsCentredWithItsTopAnEighthBelowTheTopOfTheUsableScreen)
+{
+    EXPECT_EQ(QuickSearchPanelController::place(QRect(0, 0, 1280, 800), QSize(780, 540)), QPoint(250, 96));
+    EXPECT_EQ(QuickSearchPanelController::place(QRect(1280, 24, 1920, 1056), QSize(780, 540)),
+              QPoint(1850, 24 + 126));
+}
+
+TEST_F(QuickSearchPanelTest, WithACompositorTheShadowTakesNoPointer)
+{
+    effects.setComposited(true);
+    show();
+    const int margin = controller->panel().margin();
+    EXPECT_GT(margin, 0);
+    EXPECT_EQ(effects.inputRegion, QRect(margin, margin, 780, 540));
+    EXPECT_EQ(controller->panel().bodyGeometry().size(), QSize(780, 540));
+    controller->hide();
+    effects.setComposited(false);
+    show();
+    EXPECT_EQ(controller->panel().size(), QSize(780, 540));
+}
+
+TEST_F(QuickSearchPanelTest, LosingTheFocusHidesIt)
+{
+    show();
+    other.show();
+    other.activateWindow();
+    EXPECT_TRUE(eventually([&] { return !controller->isVisible(); }));
+    other.hide();
+    addTexts({QStringLiteral("a"), QStringLiteral("b")});
+    press(Qt::Key_Down);
+    EXPECT_EQ(controller->model().selectedIndex(), 0); // nobody listens to keys any more
+}
+
+TEST_F(QuickSearchPanelTest, PinnedItStaysWhenItLosesTheFocus)
+{
+    show();
+    runtime.settings().setQuickSearchPinned(true);
+    other.show();
+    other.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&other));
+    EXPECT_TRUE(controller->isVisible());
+    EXPECT_TRUE(controller->panel().isVisible());
+}
+
+TEST_F(QuickSearchPanelTest, EscapeAndTheShortcutHideIt)
+{
+    show();
+    press(Qt::Key_Escape);
+    EXPECT_FALSE(controller->isVisible());
+    show();
+    runtime.toggleQuickSearch();
+    EXPECT_FALSE(controller->isVisible());
+}
+
+TEST_F(QuickSearchPanelTest, WhatWasTypedMeanwhileIsDeliveredOnceItHasTheKeyboard)
+{
+    QObject::connect(&*controller, &QuickSearchPanelController::keyboardSettled, &runtime,
+                     &AppRuntime::panelSettled);
+    show();
+    EXPECT_TRUE(eventually([&] { return hotKeys.keyboardReleases() == 1; }));
+    press(Qt::Key_Escape);
+    EXPECT_EQ(hotKeys.keyboardReleases(), 2);
+}
+
+// --- keys --------------------------------------------------------------------
+
+TEST_F(QuickSearchPanelTest, ArrowsMoveTheSelectionAndStopAtTheEnds)
+{
+    addTexts({QStringLiteral("old"), QStringLiteral("new")});
+    show();
+    EXPECT_EQ(selected(), QStringLiteral("new"));
+    press(Qt::Key_Up);
+    EXPECT_EQ(selected(), QStringLiteral("new"));
+    press(Qt::Key_Down);
+    press(Qt::Key_Down);
+    EXPECT_EQ(selected(), QStringLiteral("old"));
+    EXPECT_EQ(part<ResultList>().currentIndex().row(), 1);
+}
+
+TEST_F(QuickSearchPanelTest, SpacePreviewsAfterAnArrowAndTypesAfterALetter)
+{
+    addTexts({QStringLiteral("a b"), QStringLiteral("c")});
+    show();
+    press(Qt::Key_Space);
+    EXPECT_TRUE(windows.previews.isEmpty());
+    part<SearchField>().clear();
+    press(Qt::Key_Down);
+    EXPECT_TRUE(controller->isNavigatingResults());
+    press(Qt::Key_Space);
+    EXPECT_EQ(windows.previews, QStringList{QStringLiteral("a b")});
+    EXPECT_EQ(part<SearchField>().text(), QString());
+    type(QStringLiteral("a"));
+    EXPECT_FALSE(controller->isNavigatingResults());
+    press(Qt::Key_Space);
+    type(QStringLiteral("b"));
+    EXPECT_EQ(part<SearchField>().text(), QStringLiteral("a b"));
+    EXPECT_EQ(windows.previews.size(), 1);
+}
+
+TEST_F(QuickSearchPanelTest, AnInputMethodsTextEndsTheNavigationToo)
+{
+    addTexts({QStringLiteral("x"), QStringLiteral("y")});
+    show();
+    press(Qt::Key_Down);
+    QInputMethodEvent commit;
+    commit.setCommitString(QStringLiteral("周"));
+    QApplication::sendEvent(&part<SearchField>(), &commit);
+    EXPECT_FALSE(controller->isNavigatingResults());
+}
+
+TEST_F(QuickSearchPanelTest, AnInputMethodThatComposesKeepsItsKeys)
+{
+    addTexts({QStringLiteral("x"), QStringLiteral("y")});
+    show();
+    QInputMethodEvent composing(QStringLiteral("zhou"), {});
+    QApplication::sendEvent(&part<SearchField>(), &composing);
+    press(Qt::Key_Down);
+    press(Qt::Key_Escape);
+    EXPECT_EQ(controller->model().selectedIndex(), 0);
+    EXPECT_TRUE(controller->isVisible());
+    QInputMethodEvent ended;
+    QApplication::sendEvent(&part<SearchField>(), &ended);
+    press(Qt::Key_Down);
+    EXPECT_EQ(controller->model().selectedIndex(), 1);
+}
+
+TEST_F(QuickSearchPanelTest, ReturnPastesIntoTheProgramThatWasInFront)
+{
+    addTexts({QStringLiteral("text")});
+    permissions.setState({true, true, true});
+    runtime.refreshPermissions();
+    ASSERT_TRUE(eventually([&] { return runtime.accessibilityPermissionGranted(); }));
+    workspace.activate({QStringLiteral("editor"), QStringLiteral("editor"), std::nullopt, 1, 7});
+    ASSERT_TRUE(eventually([&] { return workspace.frontmostApplication().has_value(); }));
+    show();
+    press(Qt::Key_Return);
+    EXPECT_TRUE(eventually([&] { return !controller->isVisible(); }));
+    EXPECT_TRUE(eventually([&] {
+        clock.advance(50ms);
+        return !keystrokes.sent().isEmpty();
+    }));
+}
+
+TEST_F(QuickSearchPanelTest, WithoutPermissionReturnCopiesAndSaysHowToPaste)
+{
+    addTexts({QStringLiteral("text")});
+    show();
+    press(Qt::Key_Enter, Qt::KeypadModifier);
+    EXPECT_TRUE(eventually([&] { return runtime.lastError().has_value(); }));
+    EXPECT_EQ(part<Banner>().message(),
+              QStringLiteral("内容已复制。授予辅助功能权限后可自动粘贴；现在请切换到目标 App 并按 ⌘ V。"));
+    EXPECT_TRUE(keystrokes.sent().isEmpty());
+}
+
+TEST_F(QuickSearchPanelTest, ControlCCopiesWithoutPasting)
+{
+    addTexts({QStringLiteral("text")});
+    show();
+    const qint64 before = pasteboard.changeCount();
+    press(Qt::Key_C, Qt::ControlModifier);
+    EXPECT_TRUE(eventually([&] { return pasteboard.changeCount() > before; }));
+    EXPECT_TRUE(keystrokes.sent().isEmpty());
+    EXPECT_EQ(runtime.lastError(), std::nullopt);
+}
+
+TEST_F(QuickSearchPanelTest, FavouritePinPreviewRevealAndTrashHaveTheirKeys)
+{
+    addTexts({QStringLiteral("text")});
+    show();
+    press(Qt::Key_D, Qt::ControlModifier);
+    EXPECT_TRUE(eventually([&] { return stored(QStringLiteral("text")).isFavorite; }));
+    press(Qt::Key_P, Qt::ControlModifier);
+    EXPECT_TRUE(eventually([&] { return stored(QStringLiteral("text")).isPinned; }));
+    press(Qt::Key_Y, Qt::ControlModifier);
+    EXPECT_EQ(windows.previews, QStringList{QStringLiteral("text")});
+    press(Qt::Key_O, Qt::ControlModifier);
+    EXPECT_TRUE(controller->isVisible());
+    press(Qt::Key_Backspace, Qt::ControlModifier);
+    EXPECT_TRUE(eventually([&] { return results().isEmpty(); }));
+}
+
+TEST_F(QuickSearchPanelTest, WithoutASelectionTheKeysAreConsumedAndDoNothing)
+{
+    show();
+    press(Qt::Key_Y, Qt::ControlModifier);
+    press(Qt::Key_O, Qt::ControlModifier);
+    press(Qt::Key_D, Qt::ControlModifier);
+    press(Qt::Key_Return);
+    EXPECT_TRUE(windows.previews.isEmpty());
+    EXPECT_TRUE(controller->isVisible());
+    EXPECT_EQ(part<SearchField>().text(), QString());
+}
+
+TEST_F(QuickSearchPanelTest, LettersOfTheMapTypeWithoutControl)
+{
+    show();
+    type(QStringLiteral("copyd"));
+    EXPECT_EQ(part<SearchField>().text(), QStringLiteral("copyd"));
+}
+
+TEST_F(QuickSearchPanelTest, WhatIsTypedGoesIntoTheFieldWhateverHasTheFocus)
+{
+    show();
+    part<ResultList>().setFocus(Qt::TabFocusReason);
+    type(QStringLiteral("abc"));
+    EXPECT_EQ(part<SearchField>().text(), QStringLiteral("abc"));
+}
+
+// --- what it shows -----------------------------------------------------------
+
+TEST_F(QuickSearchPanelTest, OperatorsAndScopeAreChipsThatCanBeRemoved)
+{
+    show();
+    part<SearchField>().setText(QStringLiteral("foo tag:work"));
+    controller->model().setScope(ScreenshotScope::Images);
+    auto& chips = part<NarrowingChips>();
+    ASSERT_EQ(chips.narrowings().size(), 2);
+    EXPECT_TRUE(chips.isVisible());
+    const auto remove = [&](const QString& text) {
+        for (Chip* chip : chips.findChildren<Chip*>()) {
+            if (chip->text() == text && !chip->isHidden())
+                chip->findChild<QAbstractButton*>()->click();
+        }
+    };
+    remove(QStringLiteral("标签：work"));
+    EXPECT_EQ(part<SearchField>().text(), QStringLiteral("foo"));
+    remove(QStringLiteral("图片"));
+    EXPECT_EQ(controller->model().scope(), ScreenshotScope::All);
+    EXPECT_FALSE(chips.isVisible());
+}
+
+TEST_F(QuickSearchPanelTest, AnErrorIsABannerUntilItIsClosed)
+{
+    show();
+    runtime.reportFailure(QStringLiteral("很糟糕"));
+    EXPECT_EQ(part<Banner>().message(), QStringLiteral("很糟糕"));
+    part<Banner>().findChild<QAbstractButton*>()->click();
+    EXPECT_EQ(runtime.lastError(), std::nullopt);
+    EXPECT_EQ(part<Banner>().message(), QString());
+}
+
+TEST_F(QuickSearchPanelTest, ALibraryThatChangesShowsAtOnce)
+{
+    addTexts({QStringLiteral("first")});
+    show();
+    add(testing::textRecord(QStringLiteral("second"), 1'800'000'000));
+    EXPECT_TRUE(eventually([&] { return results().size() == 2; }));
+    EXPECT_EQ(part<ResultList>().model()->rowCount(), 2);
+}
+
+TEST_F(QuickSearchPanelTest, OfAHugeTextTheBeginningIsShownAndSaidToBeThat)
+{
+    addTexts({QStringLiteral("start ") + QString(3'000'000, QLatin1Char('x'))});
+    show();
+    auto& page = part<TextPage>();
+    EXPECT_TRUE(page.shownText().startsWith(QStringLiteral("start xxx")));
+    EXPECT_TRUE(eventually([&] { return page.shownText().contains(QStringLiteral("仅预览前")); }));
+    EXPECT_LT(page.shownText().size(), 25'000);
+    const qint64 before = pasteboard.changeCount();
+    press(Qt::Key_C, Qt::ControlModifier);
+    ASSERT_TRUE(eventually([&] { return pasteboard.changeCount() > before; }));
+    const auto copied = await(pasteboard.data(pasteboard.changeCount(), PasteboardType::Text));
+    EXPECT_EQ(copied.value_or(QByteArray()).size(), 3'000'006);
+}
+
+TEST_F(QuickSearchPanelTest, TheFilterMenuListsScopesAndSortsAndTicksThoseInForce)
+{
+    controller->model().setScope(ScreenshotScope::Today);
+    FilterMenu menu(theme, false, ScreenshotScope::Today, ScreenshotSort::FileSize);
+    QStringList ticked;
+    QStringList all;
+    for (const QAction* action : menu.actions()) {
+        all.append(action->text());
+        if (action->isChecked())
+            ticked.append(action->text());
+    }
+    EXPECT_EQ(ticked, (QStringList{QStringLiteral("今天"), QStringLiteral("文件大小")}));
+    EXPECT_EQ(all.first(), QStringLiteral("范围"));
+    EXPECT_EQ(all.size(), 1 + 12 + 1 + 1 + 5);
+}
+
+} // namespace
+} // namespace tessary
