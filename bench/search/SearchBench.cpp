@@ -112,7 +112,12 @@ template <typename... Arguments>
 void add(const QString& name, Arguments... arguments)
 {
     auto* added = benchmark::RegisterBenchmark(qPrintable(name), arguments...);
-    added->Unit(benchmark::kMillisecond)->UseRealTime()->MinTime(0.2)->Arg(10'000)->Arg(100'000);
+    added->Unit(benchmark::kMillisecond)
+        ->MeasureProcessCPUTime()
+        ->UseRealTime()
+        ->MinTime(0.2)
+        ->Arg(10'000)
+        ->Arg(100'000);
     if (qEnvironmentVariableIsSet("TESSARY_BENCH_MILLION"))
         added->Arg(1'000'000);
 }
