@@ -30,8 +30,10 @@ ScreenshotSearchViewModel::ScreenshotSearchViewModel(LibraryActions& actions, QO
             listener->reportFailure(localizedDescription(error));
     });
     connect(&m_actions, &LibraryActions::libraryChanged, this, [this] {
+        const Self self = m_self;
         scheduleRefresh(Refresh::Immediate);
-        m_flows->add(refreshFacets());
+        if (*self != nullptr)
+            keep(self, refreshFacets());
     });
     m_flows->add(refreshFacets());
 }
@@ -51,8 +53,10 @@ void ScreenshotSearchViewModel::setQuery(const QString& query)
     if (m_query == query)
         return;
     m_query = query;
+    const Self self = m_self;
     scheduleRefresh(Refresh::Debounced);
-    Q_EMIT queryChanged();
+    if (*self != nullptr)
+        Q_EMIT queryChanged();
 }
 
 void ScreenshotSearchViewModel::setScope(ScreenshotScope scope)
@@ -60,8 +64,10 @@ void ScreenshotSearchViewModel::setScope(ScreenshotScope scope)
     if (m_scope == scope)
         return;
     m_scope = scope;
+    const Self self = m_self;
     scheduleRefresh(Refresh::Immediate);
-    Q_EMIT scopeChanged();
+    if (*self != nullptr)
+        Q_EMIT scopeChanged();
 }
 
 void ScreenshotSearchViewModel::setSort(ScreenshotSort sort)
@@ -69,8 +75,10 @@ void ScreenshotSearchViewModel::setSort(ScreenshotSort sort)
     if (m_sort == sort)
         return;
     m_sort = sort;
+    const Self self = m_self;
     scheduleRefresh(Refresh::Immediate);
-    Q_EMIT sortChanged();
+    if (*self != nullptr)
+        Q_EMIT sortChanged();
 }
 
 std::optional<ScreenshotRecord> ScreenshotSearchViewModel::selectedRecord() const
@@ -110,14 +118,24 @@ std::stop_token ScreenshotSearchViewModel::replaceRefresh()
 
 void ScreenshotSearchViewModel::scheduleRefresh(Refresh when)
 {
+    const Self self = m_self;
     const std::stop_token stop = replaceRefresh();
-    m_flows->add(refreshing(m_self, when, stop));
+    if (!stop.stop_requested())
+        keep(self, refreshing(self, when, stop));
+}
+
+void ScreenshotSearchViewModel::keep(const Self& self, QCoro::Task<> flow)
+{
+    // A flow begins before anybody holds it, and who hears of what it does may destroy the model.
+    if (*self != nullptr)
+        (*self)->m_flows->add(std::move(flow));
 }
 
 QCoro::Task<> ScreenshotSearchViewModel::refresh()
 {
+    const Self self = m_self;
     const std::stop_token stop = replaceRefresh();
-    return refreshing(m_self, Refresh::Immediate, stop);
+    return refreshing(self, Refresh::Immediate, stop);
 }
 
 ListRequest ScreenshotSearchViewModel::request(qsizetype offset) const
@@ -136,6 +154,8 @@ ListRequest ScreenshotSearchViewModel::request(qsizetype offset) const
 
 QCoro::Task<> ScreenshotSearchViewModel::refreshing(Self self, Refresh when, std::stop_token stop)
 {
+    if (stop.stop_requested())
+        co_return;
     if (when == Refresh::Debounced) {
         const QCoro::Task<> pause = (*self)->m_actions.clock().sleep(kDebounce);
         co_await pause;
@@ -286,26 +306,30 @@ void ScreenshotSearchViewModel::showFacets(const LibraryFacets& facets)
 
 void ScreenshotSearchViewModel::useSelected(std::optional<bool> directPaste)
 {
+    const Self self = m_self;
     if (const std::optional<ScreenshotRecord> record = selectedRecord())
-        m_flows->add(m_actions.copy(*record, directPaste.value_or(true)));
+        keep(self, m_actions.copy(*record, directPaste.value_or(true)));
 }
 
 void ScreenshotSearchViewModel::favoriteSelected()
 {
+    const Self self = m_self;
     if (const std::optional<ScreenshotRecord> record = selectedRecord())
-        m_flows->add(m_actions.toggleFavorite(*record));
+        keep(self, m_actions.toggleFavorite(*record));
 }
 
 void ScreenshotSearchViewModel::pinSelected()
 {
+    const Self self = m_self;
     if (const std::optional<ScreenshotRecord> record = selectedRecord())
-        m_flows->add(m_actions.togglePinned(*record));
+        keep(self, m_actions.togglePinned(*record));
 }
 
 void ScreenshotSearchViewModel::deleteSelected()
 {
+    const Self self = m_self;
     if (const std::optional<ScreenshotRecord> record = selectedRecord())
-        m_flows->add(m_actions.moveToTrash(*record));
+        keep(self, m_actions.moveToTrash(*record));
 }
 
 } // namespace tessary

@@ -90,6 +90,8 @@ private:
     static QCoro::Task<> refreshing(Self self, Refresh when, std::stop_token stop);
     static QCoro::Task<> loadingMore(Self self, std::stop_token stop);
     static QCoro::Task<> loadingFacets(Self self);
+    /// Holds a flow that has begun, unless the model went with what it did first.
+    static void keep(const Self& self, QCoro::Task<> flow);
     /// A token for the newest refresh; that of the one before is stopped.
     std::stop_token replaceRefresh();
     [[nodiscard]] ListRequest request(qsizetype offset) const;

@@ -9,19 +9,13 @@
 
 namespace tessary {
 
-namespace {
-
-constexpr qint64 kMappedBytes = qint64{4} * 1024 * 1024 * 1024; // SQLite itself allows half of it
-
-} // namespace
-
 Projection::Projection(const QString& path) : m_connection(path)
 {
     m_connection.run("PRAGMA journal_mode = WAL");
     m_connection.run("PRAGMA foreign_keys = ON");
     m_connection.run("PRAGMA busy_timeout = 5000");
-    // Lists and searches read the file where the system keeps it instead of copying it page by page.
-    m_connection.run("PRAGMA mmap_size = " + QByteArray::number(kMappedBytes));
+    // Not mapped into memory: a search through everything would take a quarter less time, but all that it
+    // looked at would count as this process's memory, and mapping anew for each search costs more than that.
     // What a power cut takes from here, the store of record gives back at the next start.
     m_connection.run("PRAGMA synchronous = NORMAL");
     installLikeFunction(m_connection.handle());

@@ -83,6 +83,38 @@ CREATE INDEX IF NOT EXISTS list_facets ON screenshots(source_app_name, tags_json
     WHERE is_deleted = 0;
 )";
 
+/// What SQLite cannot know of the indexes by itself, in its own words: items, and how many of them share the
+/// first column, the first two, and so on. With it a query for the newest or oldest items since a date looks
+/// among the pinned ones and among the others instead of at each item's date. These are no measurements, so
+/// that the same query is run the same way in every library.
+constexpr char kStatistics[] = R"(
+ANALYZE list_trash;
+DELETE FROM sqlite_stat1;
+INSERT INTO sqlite_stat1 (tbl, idx, stat) VALUES
+    ('screenshots', 'list_newest', '1000000 500000 1 1 1 1 1 1 1'),
+    ('screenshots', 'list_oldest', '1000000 500000 1 1 1 1 1 1 1');
+ANALYZE sqlite_schema;
+)";
+
+/// Makes what lists are read from, all of it or nothing; half a second for 100,000 items.
+void prepareLists(SQLiteConnection& connection)
+{
+    constexpr qint64 kIndexes = 12;
+    constexpr qint64 kStatisticRows = 2;
+    const bool hasIndexes = connection.integerResult("SELECT count(*) FROM sqlite_schema WHERE "
+                                                     "type = 'index' AND name GLOB 'list_*'") == kIndexes;
+    const bool hasTable =
+        connection.integerResult("SELECT count(*) FROM sqlite_schema WHERE name = 'sqlite_stat1'") > 0;
+    if (hasIndexes && hasTable &&
+        connection.integerResult("SELECT count(*) FROM sqlite_stat1 WHERE idx GLOB 'list_*'") ==
+            kStatisticRows)
+        return;
+    SQLiteTransaction transaction(connection);
+    connection.run(kListIndexes);
+    connection.run(kStatistics);
+    transaction.commit();
+}
+
 /// Kept in the file's user version. The text primary key leaves the row ids of items free to be the
 /// full-text table's too, as long as nobody vacuums the file.
 constexpr qint64 kAlignedVersion = 1;
@@ -110,7 +142,7 @@ void createProjectionSchema(SQLiteConnection& connection)
     ensureColumn(connection, "content_type", "INTEGER NOT NULL DEFAULT 0");
     ensureColumn(connection, "content_text", "TEXT NOT NULL DEFAULT ''");
     connection.run(kPinnedIndex);
-    connection.run(kListIndexes);
+    prepareLists(connection);
     const bool isEmpty = connection.integerResult("SELECT NOT EXISTS (SELECT 1 FROM screenshots) AND "
                                                   "NOT EXISTS (SELECT 1 FROM screenshots_fts_v5)") != 0;
     if (isEmpty)

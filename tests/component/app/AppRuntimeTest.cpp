@@ -315,6 +315,30 @@ TEST_F(AppRuntimeTest, ATextHasNothingToReveal)
     EXPECT_TRUE(fileManager.revealed().isEmpty());
 }
 
+TEST_F(AppRuntimeTest, ListsAndFacetsAreThoseOfTheLibrary)
+{
+    start();
+    bringToFront(QStringLiteral("editor"));
+    ASSERT_TRUE(copies(QStringLiteral("会议纪要")));
+    ListRequest request;
+    request.rawQuery = QStringLiteral("huiyi app:edit");
+    request.calendar = Calendar::current();
+    const QList<ScreenshotRecord> found = await(runtime->search(request, {}));
+    ASSERT_EQ(found.size(), 1);
+    EXPECT_EQ(found.first().textContent, QStringLiteral("会议纪要"));
+    EXPECT_EQ(await(runtime->facets()).sourceApps, QStringList{QStringLiteral("editor")});
+    request.rawQuery = QStringLiteral("absent");
+    EXPECT_TRUE(await(runtime->search(request, {})).isEmpty());
+}
+
+TEST_F(AppRuntimeTest, WithoutALibraryListsAreEmpty)
+{
+    folders.failWith(FileError::Case::WriteNoPermission);
+    start();
+    EXPECT_TRUE(await(runtime->search({}, {})).isEmpty());
+    EXPECT_EQ(await(runtime->facets()), LibraryFacets());
+}
+
 TEST_F(AppRuntimeTest, AScreenshotThatAppearsIsImportedUnlessItsFolderIsExcluded)
 {
     defaults.set(QStringLiteral("excludedDirectories"),

@@ -72,6 +72,17 @@ public:
         search.error.emplace(StoreError::Case::Prepare, QStringLiteral("broken"));
         resume(search);
     }
+    /// Lets everything that still waits or sleeps end, as the end of a test has to.
+    void endAll()
+    {
+        for (size_t i = 0; i < searches.size(); ++i)
+            if (searches.at(i).waiting)
+                resume(searches.at(i));
+        areFacetsGated = false;
+        if (facetsWaiting)
+            answerFacets();
+        time.advance(std::chrono::seconds(10));
+    }
     void answerFacets() { std::exchange(facetsWaiting, nullptr).resume(); }
 
     FakeClock time;

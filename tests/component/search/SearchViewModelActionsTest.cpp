@@ -106,6 +106,15 @@ TEST_F(SearchViewModelActionsTest, ASlotMayDestroyTheModel)
     model->scheduleRefresh(Model::Refresh::Immediate);
     EXPECT_EQ(model, nullptr);
     EXPECT_EQ(library.searches.size(), 1U);
+    model = std::make_unique<Model>(library);
+    QObject::connect(model.get(), &Model::isSearchingChanged, &library, [this] { model.reset(); });
+    model->setScope(ScreenshotScope::Images);
+    EXPECT_EQ(model, nullptr);
+    model = std::make_unique<Model>(library);
+    QObject::connect(model.get(), &Model::isSearchingChanged, &library, [this] { model.reset(); });
+    Q_EMIT library.libraryChanged();
+    EXPECT_EQ(model, nullptr);
+    EXPECT_EQ(library.searches.size(), 1U);
 }
 
 } // namespace

@@ -27,6 +27,12 @@ protected:
         });
     }
 
+    ~SearchViewModelFixture() override
+    {
+        model.reset();
+        library.endAll();
+    }
+
     /// That many different rows.
     [[nodiscard]] static QList<ScreenshotRecord> rows(int count, const QString& name = QStringLiteral("row"))
     {

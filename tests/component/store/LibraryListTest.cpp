@@ -174,6 +174,29 @@ TEST_F(LibraryListTest, NoOrderOfNoScopeIsSortedAfterwardsExceptTheTrashs)
     }
 }
 
+TEST_F(LibraryListTest, ItemsSinceADateAreLookedUpByItAndNotGoneThrough)
+{
+    for (const ScreenshotScope scope :
+         {ScreenshotScope::Today, ScreenshotScope::Last7Days, ScreenshotScope::Last30Days})
+        EXPECT_TRUE(plan(request(QString(), scope)).first().contains(QStringLiteral("captured_at>?")));
+    EXPECT_TRUE(
+        plan(request(QStringLiteral("after:2024-04-30"), ScreenshotScope::All, ScreenshotSort::Oldest))
+            .first()
+            .contains(QStringLiteral("captured_at>?")));
+}
+
+TEST_F(LibraryListTest, AnOlderLibraryGainsWhatItsListsAreReadFrom)
+{
+    add(item(QStringLiteral("x")));
+    store.reset();
+    SQLiteConnection(projectionPath()).run("DROP INDEX list_newest; DROP TABLE sqlite_stat1");
+    store = await(SQLiteStore::open(databasePath()));
+    EXPECT_TRUE(plan(request(QString(), ScreenshotScope::Today))
+                    .first()
+                    .contains(QStringLiteral("INDEX list_newest")));
+    EXPECT_EQ(found(QString()), "x");
+}
+
 TEST_F(LibraryListTest, AFailureIsATypedErrorWithoutAPage)
 {
     add(item(QStringLiteral("x")));
