@@ -46,14 +46,14 @@ TEST_F(FingersOnKeysTest, AHeldControlKeyServesAgainForTheNextPaste)
     EXPECT_TRUE(arrives(target, QStringLiteral("<1><2>x")));
 }
 
-class CrashedServerTest : protected testing::InnerServer, public testing::PasteboardFixture {};
+class LostServerTest : protected testing::InnerServer, public testing::PasteboardFixture {};
 
-TEST_F(CrashedServerTest, NothingSucceedsAndNobodyWaits)
+TEST_F(LostServerTest, NothingSucceedsAndNobodyWaits)
 {
     X11Workspace workspace(DesktopEntries({}, QStringLiteral("C")), QStringLiteral("ours"));
     X11KeystrokeSender keystrokes;
     ASSERT_TRUE(write(QStringLiteral("before")));
-    crash();
+    end();
     EXPECT_FALSE(write(QStringLiteral("after")));
     await(pasteboard->handOver());
     EXPECT_FALSE(await(workspace.requestActivation({})));

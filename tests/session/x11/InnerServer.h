@@ -19,7 +19,7 @@ public:
           m_server(QStringLiteral("Xephyr"),
                    {QStringLiteral("-screen"), QStringLiteral("800x600"), QStringLiteral("-nolisten"),
                     QStringLiteral("tcp"), QStringLiteral("-title"), QStringLiteral("inner server"),
-                    QStringLiteral("-displayfd"), QStringLiteral("1")})
+                    QStringLiteral("-noreset"), QStringLiteral("-displayfd"), QStringLiteral("1")})
     {
         const QRegularExpression number(QStringLiteral("^(\\d+)\n"), QRegularExpression::MultilineOption);
         EXPECT_TRUE(eventually([&] { return number.match(m_server.output()).hasMatch(); }))
@@ -31,7 +31,11 @@ public:
                                                          QStringList{QStringLiteral("--sm-disable")});
         EXPECT_TRUE(eventually([] { return isManaged(); }));
     }
-    ~InnerServer() { qputenv("DISPLAY", m_outerDisplay); }
+    ~InnerServer()
+    {
+        qputenv("DISPLAY", m_outerDisplay);
+        end();
+    }
     InnerServer(const InnerServer&) = delete;
     InnerServer& operator=(const InnerServer&) = delete;
 
@@ -46,8 +50,8 @@ public:
         EXPECT_TRUE(process.waitForFinished() && process.exitCode() == 0);
     }
 
-    /// All connections end at once.
-    void crash() { m_server.kill(SIGKILL); }
+    /// All connections end at once. Asked to, the server takes its lock and its socket away.
+    void end() { m_server.kill(SIGTERM); }
 
 private:
     static bool isManaged()
