@@ -43,6 +43,7 @@ SelectionServer::SelectionServer(const QByteArray& display, const OfferLimits& l
 SelectionServer::~SelectionServer()
 {
     m_loop.stop();
+    m_transfers.clear(); // while there is a loop to take their deadlines from
 }
 
 X11AsyncCall<bool> SelectionServer::claim(Offer offer, PasteboardReach reach)

@@ -5,25 +5,22 @@
 // nothing more.
 #include "tests/session/x11/Requestor.h"
 
+#include "platform/x11/XcbReply.h"
+
 #include <QFile>
 
 #include <algorithm>
 #include <array>
-#include <cstdlib>
 #include <iostream>
-#include <memory>
 #include <unistd.h>
 
 namespace tessary::testing {
 
 namespace {
 
-template <typename Reply>
-using Owned = std::unique_ptr<Reply, decltype([](Reply* reply) { std::free(reply); })>;
-
 xcb_atom_t atom(xcb_connection_t* x, const QByteArray& name)
 {
-    const Owned<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(
+    const XcbReply<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(
         x, xcb_intern_atom(x, 0, static_cast<uint16_t>(name.size()), name.constData()), nullptr));
     return reply ? reply->atom : xcb_atom_t{XCB_ATOM_NONE};
 }
@@ -72,7 +69,7 @@ int run(const QList<QByteArray>& arguments)
     own(x, atom(x, "CLIPBOARD_MANAGER"));
     atom(x, "SYNC_ONLY"); // an answer means that all before it was done
     std::cout << "managing" << std::endl;
-    while (const Owned<xcb_generic_event_t> event{xcb_wait_for_event(x)}) {
+    while (const XcbReply<xcb_generic_event_t> event{xcb_wait_for_event(x)}) {
         if ((event->response_type & 0x7f) != XCB_SELECTION_REQUEST)
             continue;
         const auto& request = reinterpret_cast<const xcb_selection_request_event_t&>(*event);

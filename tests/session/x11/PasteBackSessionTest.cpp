@@ -1,3 +1,4 @@
+#include "platform/testing/FakeClock.h"
 #include "tests/session/x11/PasteFixture.h"
 
 #include <csignal>
@@ -147,6 +148,68 @@ TEST_F(PasteBackSessionTest, NothingIsTypedIntoAnotherWindow)
     EXPECT_FALSE(await(workspace.isActive(previous())));
     EXPECT_EQ(paste(QStringLiteral("right")), Outcome::Pasted);
     EXPECT_TRUE(arrives(target, QStringLiteral("right")));
+}
+
+/// Time stands still while the target is in front and the keys have not been sent.
+class PasteInterruptedTest : public testing::PasteFixture {
+protected:
+    void pasteUntilSettling(PasteTarget& target)
+    {
+        task = follow(ClipboardService::copyAndPaste(testing::textRecord(QStringLiteral("late")), previous(),
+                                                     platform(time)),
+                      outcome);
+        ASSERT_TRUE(eventually([this] {
+            if (time.sleeping() == 1 && !isActive())
+                time.advance(ClipboardService::kActivationPollInterval);
+            return time.sleeping() == 1 && isActive();
+        }));
+        // It may have become active only after the last look.
+        time.advance(ClipboardService::kActivationPollInterval);
+        ASSERT_TRUE(eventually([this] { return time.sleeping() == 1; }));
+        ASSERT_TRUE(isInFront(target));
+    }
+    void goOn()
+    {
+        time.advance(ClipboardService::kSettleDelay);
+        ASSERT_TRUE(eventually([this] { return outcome.has_value(); }));
+    }
+
+    tessary::testing::FakeClock time;
+    std::optional<Outcome> outcome;
+
+private:
+    static QCoro::Task<> follow(QCoro::Task<Outcome> running, std::optional<Outcome>& end)
+    {
+        end = co_await running;
+    }
+    bool isActive() { return await(workspace.isActive(previous())); }
+
+    QCoro::Task<> task;
+};
+
+TEST_F(PasteInterruptedTest, AProgramThatEndsJustBeforeTheKeysLeavesThemUnsent)
+{
+    PasteTarget& target = openBehindAnother(Kind::Gtk3);
+    pasteUntilSettling(target);
+    target.process().kill(SIGKILL);
+    ASSERT_TRUE(isInFront(panel()));
+    goOn();
+    EXPECT_EQ(outcome, Outcome::Written);
+    EXPECT_EQ(panel().text(), QString());
+    EXPECT_EQ(xclipSelection("clipboard"), "late");
+}
+
+TEST_F(PasteInterruptedTest, APersonWhoGoesElsewhereIsNotTypedAt)
+{
+    PasteTarget& target = openBehindAnother(Kind::Gtk3);
+    const RunningApplication elsewhere = *workspace.frontmostApplication();
+    pasteUntilSettling(target);
+    ASSERT_TRUE(await(workspace.requestActivation(elsewhere)));
+    ASSERT_TRUE(isInFront(panel()));
+    goOn();
+    EXPECT_EQ(outcome, Outcome::Written);
+    EXPECT_EQ(panel().text(), QString());
+    EXPECT_EQ(target.text(), QString());
 }
 
 TEST_F(PasteBackSessionTest, AnotherWindowOfTheProgramInFrontWillDo)

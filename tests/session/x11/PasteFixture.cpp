@@ -108,12 +108,15 @@ bool PasteFixture::isInFront(PasteTarget& target)
     });
 }
 
+Platform PasteFixture::platform(Clock& time)
+{
+    return {time,      *pasteboard, workspace,     codec,         m_icons,       m_defaults, m_screenshotTool,
+            m_folders, m_hotKeys,   m_permissions, m_directories, m_fileManager, keystrokes};
+}
+
 ClipboardService::Outcome PasteFixture::paste(const QString& text)
 {
-    const Platform platform{clock,         *pasteboard,      workspace, codec,     m_icons,
-                            m_defaults,    m_screenshotTool, m_folders, m_hotKeys, m_permissions,
-                            m_directories, m_fileManager,    keystrokes};
-    return await(ClipboardService::copyAndPaste(textRecord(text), m_previous, platform));
+    return await(ClipboardService::copyAndPaste(textRecord(text), m_previous, platform(clock)));
 }
 
 bool PasteFixture::arrives(PasteTarget& target, const QString& text)

@@ -51,6 +51,7 @@ protected:
     /// What was in front when `open` returned last, apart from the program on top.
     [[nodiscard]] const RunningApplication& previous() const { return m_previous; }
 
+    [[nodiscard]] Platform platform(Clock& time);
     ClipboardService::Outcome paste(const QString& text);
     [[nodiscard]] bool arrives(PasteTarget& target, const QString& text);
     static void setLayout(const QStringList& arguments);

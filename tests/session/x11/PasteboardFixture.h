@@ -60,6 +60,8 @@ protected:
         process.write(text);
         process.closeWriteChannel();
         EXPECT_TRUE(process.waitForFinished());
+        // It goes into the background before the server has heard of it.
+        EXPECT_TRUE(eventually([&] { return xclipSelection(selection) == text; }));
     }
 
     TemporaryFolder folder;

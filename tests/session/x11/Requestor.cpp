@@ -1,11 +1,11 @@
 #include "tests/session/x11/Requestor.h"
 
+#include "platform/x11/XcbReply.h"
+
 #include <poll.h>
 
 #include <algorithm>
-#include <cstdlib>
 #include <functional>
-#include <memory>
 
 namespace tessary::testing {
 
@@ -13,17 +13,14 @@ namespace {
 
 constexpr std::chrono::seconds kPatience{15};
 
-template <typename Reply>
-using Owned = std::unique_ptr<Reply, decltype([](Reply* reply) { std::free(reply); })>;
-
 /// @returns the first event that satisfies the condition; others are thrown away.
-Owned<xcb_generic_event_t> awaitEvent(xcb_connection_t* connection,
-                                      const std::function<bool(const xcb_generic_event_t&)>& condition)
+XcbReply<xcb_generic_event_t> awaitEvent(xcb_connection_t* connection,
+                                         const std::function<bool(const xcb_generic_event_t&)>& condition)
 {
     const auto end = std::chrono::steady_clock::now() + kPatience;
     xcb_flush(connection);
     while (std::chrono::steady_clock::now() < end && xcb_connection_has_error(connection) == 0) {
-        Owned<xcb_generic_event_t> event(xcb_poll_for_event(connection));
+        XcbReply<xcb_generic_event_t> event(xcb_poll_for_event(connection));
         if (event && condition(*event))
             return event;
         if (!event) {
@@ -129,7 +126,7 @@ QList<QByteArray> Requestor::targets()
 
 bool Requestor::isOwned(const QByteArray& selection)
 {
-    const Owned<xcb_get_selection_owner_reply_t> reply(xcb_get_selection_owner_reply(
+    const XcbReply<xcb_get_selection_owner_reply_t> reply(xcb_get_selection_owner_reply(
         m_connection, xcb_get_selection_owner(m_connection, atom(selection)), nullptr));
     return reply && reply->owner != XCB_WINDOW_NONE;
 }
@@ -142,7 +139,7 @@ void Requestor::destroyWindow()
 
 int Requestor::watchers()
 {
-    const Owned<xcb_get_window_attributes_reply_t> reply(xcb_get_window_attributes_reply(
+    const XcbReply<xcb_get_window_attributes_reply_t> reply(xcb_get_window_attributes_reply(
         m_connection, xcb_get_window_attributes(m_connection, m_window), nullptr));
     // An owner follows the window's end as well, which this program does not.
     return reply && (reply->all_event_masks & XCB_EVENT_MASK_STRUCTURE_NOTIFY) != 0 ? 2 : 1;
@@ -162,7 +159,7 @@ xcb_timestamp_t Requestor::serverTime()
 
 xcb_atom_t Requestor::atom(const QByteArray& name)
 {
-    const Owned<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(
+    const XcbReply<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(
         m_connection, xcb_intern_atom(m_connection, 0, static_cast<uint16_t>(name.size()), name.constData()),
         nullptr));
     return reply ? reply->atom : xcb_atom_t{XCB_ATOM_NONE};
@@ -170,7 +167,7 @@ xcb_atom_t Requestor::atom(const QByteArray& name)
 
 QByteArray Requestor::name(xcb_atom_t atom)
 {
-    const Owned<xcb_get_atom_name_reply_t> reply(
+    const XcbReply<xcb_get_atom_name_reply_t> reply(
         xcb_get_atom_name_reply(m_connection, xcb_get_atom_name(m_connection, atom), nullptr));
     return reply ? QByteArray(xcb_get_atom_name_name(reply.get()), xcb_get_atom_name_name_length(reply.get()))
                  : QByteArray();
@@ -198,7 +195,7 @@ bool Requestor::awaitNewValue(xcb_atom_t property)
 std::optional<Requestor::Value> Requestor::readAndDelete(xcb_atom_t property)
 {
     constexpr uint32_t kAll = 1U << 28U;
-    const Owned<xcb_get_property_reply_t> reply(xcb_get_property_reply(
+    const XcbReply<xcb_get_property_reply_t> reply(xcb_get_property_reply(
         m_connection, xcb_get_property(m_connection, 1, m_window, property, XCB_ATOM_ANY, 0, kAll), nullptr));
     if (!reply || reply->type == XCB_ATOM_NONE)
         return std::nullopt;

@@ -124,6 +124,26 @@ TEST_F(X11WorkspaceTest, AnUnknownProgramKeepsItsWindowClassAndHasNoUrl)
     EXPECT_EQ(workspace.frontmostApplication()->bundleURL, std::nullopt);
 }
 
+TEST_F(X11WorkspaceTest, AWindowOfOurOwnIsKnownByOurIdentifier)
+{
+    X11EventLoop windows("tessary-own");
+    xcb_connection_t* x = windows.connection();
+    const xcb_window_t window = xcb_generate_id(x);
+    xcb_create_window(x, XCB_COPY_FROM_PARENT, window, windows.root(), 0, 0, 100, 100, 0,
+                      XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, 0, nullptr);
+    const auto process = static_cast<uint32_t>(QCoreApplication::applicationPid());
+    xcb_change_property(x, XCB_PROP_MODE_REPLACE, window, windows.atoms().atom("_NET_WM_PID"),
+                        XCB_ATOM_CARDINAL, 32, 1, &process);
+    const QByteArray name("python3\0Python3", 16); // as whatever program we run under
+    xcb_change_property(x, XCB_PROP_MODE_REPLACE, window, XCB_ATOM_WM_CLASS, XCB_ATOM_STRING, 8,
+                        static_cast<uint32_t>(name.size()), name.constData());
+    xcb_map_window(x, window);
+    xcb_flush(x);
+    ASSERT_TRUE(frontmostIs(QStringLiteral("com.tessary.Tessary")));
+    EXPECT_EQ(workspace.frontmostApplication()->processIdentifier, QCoreApplication::applicationPid());
+    EXPECT_FALSE(workspace.frontmostApplication()->isTerminal);
+}
+
 TEST_F(X11WorkspaceTest, FollowsTheActiveWindowAndItsEnd)
 {
     QProcess& first = run(QStringLiteral("xterm"), {});

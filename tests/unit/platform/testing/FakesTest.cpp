@@ -2,6 +2,7 @@
 #include "platform/testing/FakeClock.h"
 #include "platform/testing/FakeDirectoryWatcher.h"
 #include "platform/testing/FakeGlobalHotKeyFacility.h"
+#include "platform/testing/FakeKeystrokeSender.h"
 #include "platform/testing/FakePasteboard.h"
 #include "platform/testing/FakePermissions.h"
 #include "platform/testing/FakeScreenshotToolDefaults.h"
@@ -110,6 +111,50 @@ TEST(FakePasteboardTest, HasNothingLeftAfterARelease)
     pasteboard.release(1);
     EXPECT_EQ(await(pasteboard.data(1, PasteboardType::Text)), std::nullopt);
     EXPECT_EQ(pasteboard.released(), QList<qint64>{1});
+}
+
+TEST(FakePasteboardTest, AWriteIsAChangeThatCanBeReadAgain)
+{
+    FakePasteboard pasteboard;
+    EXPECT_TRUE(await(pasteboard.writeText(QStringLiteral("ours"), PasteboardReach::Clipboard)));
+    EXPECT_EQ(pasteboard.changeCount(), 1);
+    EXPECT_EQ(await(pasteboard.data(1, PasteboardType::Text)), "ours");
+    EXPECT_TRUE(pasteboard.selection().isEmpty());
+    EXPECT_FALSE(await(pasteboard.writeImage(QStringLiteral("/nowhere.png"), PasteboardReach::Clipboard)));
+    pasteboard.refuseWrites();
+    EXPECT_FALSE(
+        await(pasteboard.writeText(QStringLiteral("refused"), PasteboardReach::ClipboardAndSelection)));
+    EXPECT_EQ(pasteboard.text(), QStringLiteral("ours"));
+    EXPECT_EQ(pasteboard.changeCount(), 1);
+}
+
+TEST(FakeKeystrokeSenderTest, TypesWhatTheProgramTakes)
+{
+    FakeKeystrokeSender keystrokes;
+    RunningApplication terminal;
+    terminal.isTerminal = true;
+    EXPECT_EQ(await(keystrokes.pasteKeystroke({})), PasteKeystroke::ControlV);
+    EXPECT_EQ(await(keystrokes.pasteKeystroke(terminal)), PasteKeystroke::ShiftInsert);
+    EXPECT_TRUE(await(keystrokes.send(PasteKeystroke::ShiftInsert, terminal)));
+    keystrokes.stopTyping();
+    EXPECT_FALSE(await(keystrokes.send(PasteKeystroke::ShiftInsert, terminal)));
+    EXPECT_EQ(keystrokes.sent().size(), 1);
+}
+
+TEST(FakeWorkspaceTest, BringsAWindowToTheFrontUnlessToldOtherwise)
+{
+    FakeWorkspace workspace;
+    RunningApplication application;
+    application.window = 7;
+    EXPECT_FALSE(await(workspace.isActive(application)));
+    workspace.delayActivation();
+    EXPECT_TRUE(await(workspace.requestActivation(application)));
+    EXPECT_FALSE(await(workspace.isActive(application)));
+    workspace.setFrontmost(application);
+    EXPECT_TRUE(await(workspace.isActive(application)));
+    workspace.refuseActivation();
+    EXPECT_FALSE(await(workspace.requestActivation(application)));
+    EXPECT_EQ(workspace.activationRequests().size(), 2);
 }
 
 TEST(FakeWorkspaceTest, TellsOfAnActivationInTheNextTurn)
