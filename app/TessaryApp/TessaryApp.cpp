@@ -49,7 +49,7 @@ std::unique_ptr<StatusItem> TessaryApp::makeStatusItem(StatusHosts::Kind kind)
     const QString title = QCoreApplication::applicationName();
     if (kind == StatusHosts::Kind::StatusNotifier)
         return std::make_unique<StatusNotifierItem>(title, m_menu.menu().actions());
-    return std::make_unique<EmbeddedStatusItem>(title, m_menu.menu());
+    return std::make_unique<EmbeddedStatusItem>(title);
 }
 
 void TessaryApp::start()

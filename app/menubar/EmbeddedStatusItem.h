@@ -4,21 +4,20 @@
 
 #include <QSystemTrayIcon>
 
-class QMenu;
-
 namespace tessary {
 
-/// Our icon as a small window in a tray that embeds such, with a menu that we draw. To be made only while
+/// Our icon as a small window in a tray that embeds such; the menu is ours to show. To be made only while
 /// there is no status-notifier host: when its first icon is made, Qt chooses between the two for good.
 class EmbeddedStatusItem : public StatusItem {
     Q_OBJECT
 public:
-    /// @param menu outlives this.
-    EmbeddedStatusItem(const QString& title, QMenu& menu);
+    explicit EmbeddedStatusItem(const QString& title);
 
     void setIcon(const QIcon& icon) override;
 
 private:
+    [[nodiscard]] QPoint menuPosition() const;
+
     QSystemTrayIcon m_icon;
 };
 

@@ -22,9 +22,9 @@ public:
     [[nodiscard]] bool reducedMotion() const override { return m_look.reducedMotion; }
     [[nodiscard]] double textScale() const override { return m_look.textScale; }
 
-    void setLook(Look look)
+    void setLook(const Look& look)
     {
-        const auto tell = [this, look = std::move(look)] {
+        const auto tell = [this, look] {
             m_look = look;
             Q_EMIT changed();
         };
