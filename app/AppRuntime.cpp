@@ -230,6 +230,11 @@ void AppRuntime::toggleQuickSearch()
 {
     if (m_windows.isQuickSearchVisible())
         return m_windows.hideQuickSearch();
+    showQuickSearch();
+}
+
+void AppRuntime::showQuickSearch()
+{
     m_pasteBack.rememberPreviousApplication();
     m_windows.showQuickSearch();
 }

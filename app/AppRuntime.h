@@ -58,6 +58,8 @@ public:
     void restartMonitoring();
     void toggleMonitoring();
     void toggleQuickSearch();
+    /// Shows the panel, in front of everything.
+    void showQuickSearch();
     void openSettings();
     /// The panel has the keyboard, or is gone: what was typed since its shortcut may be delivered.
     void panelSettled() { m_hotKeyService.releaseKeyboard(); }

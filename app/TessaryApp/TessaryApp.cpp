@@ -30,7 +30,7 @@ TessaryApp::TessaryApp(SingleInstance& instance)
     m_windows.attach(m_runtime);
     connect(&instance, &SingleInstance::panelRequested, this, [this] {
         qCInfo(lcApp, "started again: the panel of this one is asked for");
-        m_runtime.toggleQuickSearch();
+        m_runtime.showQuickSearch();
     });
     connect(&m_menuBar, &MenuBarExtra::activated, &m_runtime, &AppRuntime::toggleQuickSearch);
     connect(&m_menuBar, &MenuBarExtra::menuRequested, &m_menu.menu(),

@@ -53,6 +53,7 @@ protected:
     void showEvent(QShowEvent* event) override;
     void hideEvent(QHideEvent* event) override;
     void timerEvent(QTimerEvent* event) override;
+    void paintProgress(QPainter& painter) const;
 
 private:
     void load();
@@ -60,7 +61,6 @@ private:
     void take(const QImage& image);
     void setState(State state);
     void paintPlaceholder(QPainter& painter) const;
-    void paintProgress(QPainter& painter) const;
 
     Loader m_loader;
     QString m_path;

@@ -51,8 +51,9 @@ void DetailPane::set(const std::optional<ScreenshotRecord>& record)
         showText(*record, isCut);
     } else {
         m_preview->setCurrentWidget(m_picture);
-        m_picture->show(record->libraryPath, record->thumbnailPath.value_or(QString()),
-                        QSize(static_cast<int>(record->pixelWidth), static_cast<int>(record->pixelHeight)));
+        m_picture->setPicture(
+            record->libraryPath, record->thumbnailPath.value_or(QString()),
+            QSize(static_cast<int>(record->pixelWidth), static_cast<int>(record->pixelHeight)));
     }
 }
 

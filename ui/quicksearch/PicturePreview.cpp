@@ -1,13 +1,12 @@
 #include "ui/quicksearch/PicturePreview.h"
 
 #include "ui/kit/EmptyState.h"
-#include "ui/kit/Spinner.h"
 #include "ui/kit/Theme.h"
 
 #include <QPainter>
 #include <QPainterPath>
-#include <QTimerEvent>
 
+#include <algorithm>
 #include <cmath>
 
 namespace tessary {
@@ -15,131 +14,112 @@ namespace {
 
 constexpr int kPadding = 20;
 constexpr int kThumbnailPixels = 480; // as large as they are made
-constexpr int kPatience = 150;        // milliseconds until something is seen to go on
 
-QCoro::Task<QImage> loadedOrNothing(PicturePreview::Loader loader, QString path, int maximumPixelSize)
+QCoro::Task<QImage> loadedOrNothing(AsyncFileImage::Loader loader, QString path)
 {
     try {
-        co_return co_await loader(path, maximumPixelSize);
+        co_return co_await loader(path, kThumbnailPixels);
     } catch (const std::exception&) {
-        co_return QImage(); // told as missing
+        co_return QImage(); // nothing stands in
     }
+}
+
+QSizeF fitted(const QSizeF& size, const QSizeF& room)
+{
+    const bool isLarger = size.width() > room.width() || size.height() > room.height();
+    return isLarger ? size.scaled(room, Qt::KeepAspectRatio) : size;
 }
 
 } // namespace
 
 PicturePreview::PicturePreview(const Theme& theme, Loader loader, QWidget* parent)
-    : QWidget(parent),
+    : AsyncFileImage(loader, parent),
       m_theme(theme),
       m_loader(std::move(loader)),
-      m_missing(new EmptyState(theme, this)),
-      m_spinner(new Spinner(theme, this))
+      m_missing(new EmptyState(theme, this))
 {
     m_missing->set(QStringLiteral("exclamationmark.triangle"), tr("无法载入图片"),
                    tr("原始图片可能已被移动或删除"));
     m_missing->hide();
-    m_spinner->hide();
+    setPlaceholderColour(theme.colours().secondaryText);
+    connect(this, &AsyncFileImage::stateChanged, this, [this](State state) {
+        m_missing->setVisible(state == State::Unavailable && !path().isEmpty());
+        if (state == State::Shown)
+            m_standIn = {};
+    });
     connect(&theme, &Theme::changed, this, qOverload<>(&QWidget::update));
 }
 
-void PicturePreview::show(const QString& path, const QString& thumbnailPath, const QSize& pixelSize)
+void PicturePreview::setPicture(const QString& path, const QString& thumbnailPath, const QSize& pixelSize)
 {
-    if (m_path == path && (m_isSharp || m_patience.isActive()))
-        return;
-    clear();
-    m_path = path;
     m_pixelSize = pixelSize;
-    m_patience.start(kPatience, this);
+    if (path == this->path())
+        return; // one that could not be had is tried again when the panel is shown again
+    clear();
     if (!thumbnailPath.isEmpty())
-        load(thumbnailPath, true);
-    load(path, false);
+        loadStandIn(thumbnailPath);
+    setSource(path, wantedPixels());
 }
 
 void PicturePreview::clear()
 {
     ++m_ticket;
-    m_patience.stop();
-    m_path.clear();
-    m_image = {};
-    m_isSharp = false;
+    m_standIn = {};
+    setSource({}, 0);
     m_missing->hide();
-    m_spinner->hide();
-    update();
 }
 
-void PicturePreview::load(const QString& path, bool isThumbnail)
+void PicturePreview::loadStandIn(const QString& path)
 {
-    const auto take = [this, ticket = m_ticket, isThumbnail](const QImage& image) {
-        if (ticket != m_ticket)
+    QCoro::connect(loadedOrNothing(m_loader, path), this, [this, ticket = m_ticket](const QImage& image) {
+        if (ticket != m_ticket || state() == State::Shown)
             return;
-        if (isThumbnail)
-            takeThumbnail(image);
-        else
-            takePicture(image);
-    };
-    QCoro::connect(loadedOrNothing(m_loader, path, isThumbnail ? kThumbnailPixels : wantedPixels()), this,
-                   take);
+        m_standIn = image;
+        update();
+    });
 }
 
-void PicturePreview::takeThumbnail(const QImage& image)
+QSize PicturePreview::room() const
 {
-    if (m_isSharp || image.isNull() || m_missing->isVisibleTo(this))
-        return;
-    m_image = image;
-    update();
-}
-
-void PicturePreview::takePicture(const QImage& image)
-{
-    m_patience.stop();
-    m_spinner->hide();
-    m_image = image;
-    m_isSharp = !image.isNull();
-    m_missing->setVisible(image.isNull());
-    update();
+    return size() - QSize(2 * kPadding, 2 * kPadding);
 }
 
 int PicturePreview::wantedPixels() const
 {
-    const QSize room = size() - QSize(2 * kPadding, 2 * kPadding);
-    const QSizeF pixels = QSizeF(room) * devicePixelRatioF();
-    // The longer side is limited; one that is fitted to the shorter side of the room is smaller still.
-    QSizeF fitted = m_pixelSize.isEmpty() ? pixels : QSizeF(m_pixelSize);
-    if (fitted.width() > pixels.width() || fitted.height() > pixels.height())
-        fitted.scale(pixels, Qt::KeepAspectRatio);
-    // What the header says may be lying on its side.
-    QSizeF turned = m_pixelSize.isEmpty() ? pixels : QSizeF(m_pixelSize.transposed());
-    if (turned.width() > pixels.width() || turned.height() > pixels.height())
-        turned.scale(pixels, Qt::KeepAspectRatio);
-    const double longest =
-        std::max(std::max(fitted.width(), fitted.height()), std::max(turned.width(), turned.height()));
+    const QSizeF pixels = QSizeF(room()) * devicePixelRatioF();
+    const QSizeF natural = m_pixelSize.isEmpty() ? pixels : QSizeF(m_pixelSize);
+    const QSizeF upright = fitted(natural, pixels);
+    const QSizeF turned = fitted(natural.transposed(), pixels);
+    const double longest = std::max({upright.width(), upright.height(), turned.width(), turned.height()});
     return std::max(1, static_cast<int>(std::ceil(longest)));
 }
 
-QRect PicturePreview::pictureRect() const
+QRect PicturePreview::pictureRect(const QImage& image) const
 {
-    QSizeF natural = m_pixelSize.isEmpty() ? QSizeF(m_image.size()) : QSizeF(m_pixelSize);
-    const bool isTurned = (m_image.width() > m_image.height()) != (natural.width() > natural.height()) &&
-                          m_image.width() != m_image.height();
-    if (isTurned)
+    QSizeF natural = m_pixelSize.isEmpty() ? QSizeF(image.size()) : QSizeF(m_pixelSize);
+    const bool isWide = image.width() > image.height();
+    if (image.width() != image.height() && isWide != (natural.width() > natural.height()))
         natural.transpose();
-    QSizeF fitted = natural / devicePixelRatioF();
-    const QSizeF room = size() - QSize(2 * kPadding, 2 * kPadding);
-    if (fitted.width() > room.width() || fitted.height() > room.height())
-        fitted.scale(room, Qt::KeepAspectRatio);
-    fitted = fitted.expandedTo(QSizeF(1, 1));
-    QRectF place(QPointF(), fitted);
+    QRectF place(QPointF(), fitted(natural / devicePixelRatioF(), room()).expandedTo(QSizeF(1, 1)));
     place.moveCenter(QRectF(rect()).center());
     return place.toRect();
 }
 
 void PicturePreview::paintEvent(QPaintEvent*)
 {
-    if (m_image.isNull())
-        return;
     QPainter painter(this);
     painter.setRenderHints(QPainter::Antialiasing | QPainter::SmoothPixmapTransform);
-    const QRect place = pictureRect();
+    if (state() == State::Shown)
+        paintPicture(painter, image());
+    else if (!m_standIn.isNull() && state() == State::Loading)
+        paintPicture(painter, m_standIn);
+    else if (isProgressVisible())
+        paintProgress(painter);
+}
+
+void PicturePreview::paintPicture(QPainter& painter, const QImage& image) const
+{
+    const QRect place = pictureRect(image);
     painter.setPen(Qt::NoPen);
     for (int reach = 4; reach >= 1; --reach) { // a soft shadow of two pixels down
         painter.setBrush(QColor(0, 0, 0, 6));
@@ -152,25 +132,17 @@ void PicturePreview::paintEvent(QPaintEvent*)
     shape.addRoundedRect(place, radius, radius);
     painter.setClipPath(shape);
     painter.fillRect(place, m_theme.colours().mat); // seen through transparent pictures
-    painter.drawImage(place, m_image);
+    painter.drawImage(place, image);
     painter.setClipping(false);
     painter.setPen(m_theme.colours().hairline);
     painter.setBrush(Qt::NoBrush);
     painter.drawRoundedRect(QRectF(place).adjusted(-0.5, -0.5, 0.5, 0.5), radius, radius);
 }
 
-void PicturePreview::resizeEvent(QResizeEvent*)
+void PicturePreview::resizeEvent(QResizeEvent* event)
 {
+    AsyncFileImage::resizeEvent(event);
     m_missing->setGeometry(rect());
-    m_spinner->move((width() - m_spinner->width()) / 2, (height() - m_spinner->height()) / 2);
-}
-
-void PicturePreview::timerEvent(QTimerEvent* event)
-{
-    if (event->timerId() != m_patience.timerId())
-        return;
-    m_patience.stop();
-    m_spinner->setVisible(m_image.isNull());
 }
 
 } // namespace tessary

@@ -62,6 +62,10 @@ QuickSearchPanelController::QuickSearchPanelController(AppRuntime& runtime, cons
         if (m_panel->isComposited())
             m_effects.setInputRegion(m_panel->winId(), body, m_panel->devicePixelRatioF());
     });
+    connect(m_view, &QuickSearchView::menuClosed, this, [this] {
+        if (!m_panel->isActiveWindow())
+            panelResignedKey();
+    });
     connect(&m_view->field(), &QLineEdit::textEdited, this, [this] { m_isNavigatingResults = false; });
     m_panel->setComposited(m_effects.isComposited());
     m_model.scheduleRefresh(

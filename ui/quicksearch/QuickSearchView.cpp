@@ -19,7 +19,7 @@
 #include "ui/quicksearch/SearchBar.h"
 #include "ui/quicksearch/SearchField.h"
 
-#include <QPainter>
+#include <QContextMenuEvent>
 #include <QStackedWidget>
 #include <QTimerEvent>
 #include <QVBoxLayout>
@@ -221,14 +221,13 @@ void QuickSearchView::openFilterMenu()
 {
     constexpr int kBelow = 6;
     auto* menu = new FilterMenu(m_theme, m_isComposited, m_model.scope(), m_model.sort(), this);
-    menu->setAttribute(Qt::WA_DeleteOnClose);
     SymbolButton& button = m_bar->filterButton();
     connect(menu, &FilterMenu::scopeChosen, &m_model, &ScreenshotSearchViewModel::setScope);
     connect(menu, &FilterMenu::sortChosen, &m_model, &ScreenshotSearchViewModel::setSort);
     connect(menu, &QMenu::aboutToHide, &button, [&button] { button.setHeld(false); });
     button.setHeld(true);
     const QPoint corner = button.mapToGlobal(QPoint(button.width(), button.height() + kBelow));
-    menu->popup(corner - QPoint(menu->sizeHint().width(), 0));
+    open(*menu, corner - QPoint(menu->sizeHint().width(), 0));
 }
 
 void QuickSearchView::openRowMenu(int row, const QPoint& place)
@@ -238,7 +237,6 @@ void QuickSearchView::openRowMenu(int row, const QPoint& place)
     if (!record)
         return;
     auto* menu = new RowMenu(m_theme, m_isComposited, *record, this);
-    menu->setAttribute(Qt::WA_DeleteOnClose);
     // The list may have changed by the time something is chosen: it concerns the item, not the row.
     const auto run = [this](QCoro::Task<> task) { m_runtime.perform(std::move(task)); };
     connect(menu, &RowMenu::copyRequested, this,
@@ -253,7 +251,21 @@ void QuickSearchView::openRowMenu(int row, const QPoint& place)
             [this, run, record] { run(m_runtime.togglePinned(*record)); });
     connect(menu, &RowMenu::deletionRequested, this,
             [this, run, record] { run(m_runtime.moveToTrash(*record)); });
-    menu->popup(place);
+    open(*menu, place);
+}
+
+void QuickSearchView::open(Menu& menu, const QPoint& place)
+{
+    menu.setAttribute(Qt::WA_DeleteOnClose);
+    connect(&menu, &QMenu::aboutToHide, this, &QuickSearchView::menuClosed, Qt::QueuedConnection);
+    menu.popup(place);
+}
+
+/// The menu key, wherever the focus is.
+void QuickSearchView::contextMenuEvent(QContextMenuEvent* event)
+{
+    if (event->reason() == QContextMenuEvent::Keyboard)
+        openRowMenu(m_model.selectedIndex(), m_list->placeOfMenu(m_model.selectedIndex()));
 }
 
 } // namespace tessary

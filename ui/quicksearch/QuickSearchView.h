@@ -38,7 +38,12 @@ public:
     /// Menus with transparent corners.
     void setComposited(bool isComposited) { m_isComposited = isComposited; }
 
+Q_SIGNALS:
+    /// One of our menus is gone; the focus may have moved elsewhere meanwhile.
+    void menuClosed();
+
 protected:
+    void contextMenuEvent(QContextMenuEvent* event) override;
     void timerEvent(QTimerEvent* event) override;
 
 private:
@@ -52,6 +57,7 @@ private:
     void followNarrowing();
     void followEmptyState();
     void remove(const struct Narrowing& narrowing);
+    void open(class Menu& menu, const QPoint& place);
     void openFilterMenu();
     void openRowMenu(int row, const QPoint& place);
 

@@ -8,6 +8,7 @@
 #include "ui/quicksearch/TileImages.h"
 
 #include <QContextMenuEvent>
+#include <QResizeEvent>
 #include <QScrollBar>
 
 namespace tessary {
@@ -25,8 +26,7 @@ ResultList::ResultList(const Theme& theme, ResultListModel& model, TileImages& t
 {
     setFixedWidth(kWidth);
     setFrameShape(QFrame::NoFrame);
-    setViewportMargins(kPadding, kPadding, kPadding, 0);
-    setUniformItemSizes(true);
+    setViewportMargins(kPadding, 0, kPadding, 0);
     setVerticalScrollMode(ScrollPerPixel);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setEditTriggers(NoEditTriggers);
@@ -79,6 +79,14 @@ QItemSelectionModel::SelectionFlags ResultList::selectionCommand(const QModelInd
     return QItemSelectionModel::NoUpdate;
 }
 
+/// A banner takes room away: the selected row stays in view.
+void ResultList::resizeEvent(QResizeEvent* event)
+{
+    QListView::resizeEvent(event);
+    if (currentIndex().isValid() && event->size().height() < event->oldSize().height())
+        scrollTo(currentIndex(), EnsureVisible);
+}
+
 void ResultList::keyPressEvent(QKeyEvent* event)
 {
     event->ignore(); // the panel knows what keys mean
@@ -108,17 +116,18 @@ void ResultList::mouseDoubleClickEvent(QMouseEvent* event)
         Q_EMIT rowActivated(index.row());
 }
 
+QPoint ResultList::placeOfMenu(int row) const
+{
+    return viewport()->mapToGlobal(visualRect(m_rows.index(row)).center());
+}
+
 void ResultList::contextMenuEvent(QContextMenuEvent* event)
 {
-    const QModelIndex index = event->reason() == QContextMenuEvent::Mouse
-                                  ? indexAt(viewport()->mapFromGlobal(event->globalPos()))
-                                  : currentIndex();
-    if (m_rows.record(index.row()) == nullptr)
-        return;
-    const QPoint place = event->reason() == QContextMenuEvent::Mouse
-                             ? event->globalPos()
-                             : viewport()->mapToGlobal(visualRect(index).center());
-    Q_EMIT rowMenuRequested(index.row(), place);
+    if (event->reason() != QContextMenuEvent::Mouse)
+        return event->ignore(); // the view knows what is selected
+    const QModelIndex index = indexAt(viewport()->mapFromGlobal(event->globalPos()));
+    if (m_rows.record(index.row()) != nullptr)
+        Q_EMIT rowMenuRequested(index.row(), event->globalPos());
 }
 
 } // namespace tessary

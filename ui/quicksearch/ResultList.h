@@ -22,6 +22,9 @@ public:
     /// Selects the row and brings it into view; fewer than 0 selects none.
     void select(int row);
 
+    /// Where a menu for that row opens when no pointer says so; global.
+    [[nodiscard]] QPoint placeOfMenu(int row) const;
+
 Q_SIGNALS:
     void rowClicked(int row);
     void rowActivated(int row); ///< Double click.
@@ -30,6 +33,7 @@ Q_SIGNALS:
 
 protected:
     void contextMenuEvent(QContextMenuEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;

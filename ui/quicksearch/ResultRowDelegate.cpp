@@ -9,6 +9,12 @@
 #include <QStyleOptionViewItem>
 
 namespace tessary {
+namespace {
+
+/// Above the first row, and part of it so that it scrolls away with it.
+constexpr int kAboveFirst = 8;
+
+} // namespace
 
 ResultRowDelegate::ResultRowDelegate(const Theme& theme, const ResultListModel& model, TileImages& tiles,
                                      QObject* parent)
@@ -53,7 +59,8 @@ void ResultRowDelegate::paint(QPainter* painter, const QStyleOptionViewItem& opt
     state.isHovered = option.state.testFlag(QStyle::State_MouseOver);
     state.hasRing = option.state.testFlag(QStyle::State_HasFocus);
     QuickSearchResultRow(*record, state)
-        .paint(*painter, option.rect, m_theme, m_tiles, titleOf(*record, option.rect.width()), m_model.now());
+        .paint(*painter, option.rect.adjusted(0, index.row() == 0 ? kAboveFirst : 0, 0, 0), m_theme, m_tiles,
+               titleOf(*record, option.rect.width()), m_model.now());
 }
 
 void ResultRowDelegate::paintLoadMore(QPainter& painter, const QStyleOptionViewItem& option) const
@@ -78,9 +85,9 @@ void ResultRowDelegate::paintLoadMore(QPainter& painter, const QStyleOptionViewI
     painter.restore();
 }
 
-QSize ResultRowDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelIndex&) const
+QSize ResultRowDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const
 {
-    return {option.rect.width(), QuickSearchResultRow::kHeight};
+    return {option.rect.width(), QuickSearchResultRow::kHeight + (index.row() == 0 ? kAboveFirst : 0)};
 }
 
 } // namespace tessary
