@@ -45,6 +45,7 @@ PortalAppearance::PortalAppearance(QString busAddress, QObject* parent)
       m_lane(QStringLiteral("tessary-look"))
 {
     qDBusRegisterMetaType<AppearanceSettings::Namespaces>();
+    qRegisterMetaType<QDBusVariant>(); // or the bus knows no slot with one until somebody else has used one
     qApp->installEventFilter(this);
     m_appearance.colourScheme = schemeOfPalette();
     // Connecting waits for the bus, and asking for the signal of a named service does once more.
