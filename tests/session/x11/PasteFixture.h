@@ -52,6 +52,8 @@ protected:
     [[nodiscard]] const RunningApplication& previous() const { return m_previous; }
 
     [[nodiscard]] Platform platform(Clock& time);
+    /// The person's leave to type, as the platform tells it.
+    void allowTyping() { m_permissions.setState({.accessibility = true}); }
     ClipboardService::Outcome paste(const QString& text);
     [[nodiscard]] bool arrives(PasteTarget& target, const QString& text);
     static void setLayout(const QStringList& arguments);

@@ -1,3 +1,4 @@
+#include "platform/testing/FakeImageCodec.h"
 #include "tests/session/x11/PasteboardFixture.h"
 
 #include <QBuffer>
@@ -172,6 +173,21 @@ TEST_F(X11PasteboardWritingTest, AJpegIsOfferedAsItIsAndAsPng)
     EXPECT_EQ(made.convertToFormat(QImage::Format_RGB32),
               QImage::fromData(jpeg, "JPEG").convertToFormat(QImage::Format_RGB32));
     EXPECT_EQ(xclipTarget("image/png"), png);
+}
+
+TEST_F(X11PasteboardWritingTest, APictureOfWhichNoPngCanBeMadeIsStillOfferedAsItIs)
+{
+    testing::FakeImageCodec failing;
+    failing.pngFailure = ImageError::Case::WorkerTimedOut;
+    X11Pasteboard other(failing);
+    const QByteArray jpeg = jpegOf(testing::picture(640, 480));
+    const QString path = save("photo.jpg", jpeg);
+    ASSERT_TRUE(await(other.writeImage(path, PasteboardReach::Clipboard)));
+    EXPECT_EQ(xclipTarget("image/png"), QByteArray());
+    EXPECT_EQ(xclipTarget("image/jpeg"), jpeg);
+    failing.pngFailure.reset();
+    failing.png = "made at the second attempt";
+    EXPECT_EQ(xclipTarget("image/png"), failing.png);
 }
 
 TEST_F(X11PasteboardWritingTest, AFileThatIsNoPictureLeavesTheContentsAlone)
