@@ -19,6 +19,7 @@ public:
     DesktopWindows(const DesktopAppearance& appearance, WindowEffects& effects);
     ~DesktopWindows() override;
 
+    [[nodiscard]] const Theme& theme() const { return m_theme; }
     /// Builds what has to be there the moment it is asked for. Once; the runtime outlives the windows until
     /// `detach`.
     void attach(AppRuntime& runtime);

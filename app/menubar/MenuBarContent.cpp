@@ -5,7 +5,9 @@
 
 namespace tessary {
 
-MenuBarContent::MenuBarContent(AppRuntime& runtime) : m_runtime(runtime)
+MenuBarContent::MenuBarContent(AppRuntime& runtime, const Theme& theme)
+    : m_runtime(runtime),
+      m_menu(theme, false)
 {
     QAction* open = m_menu.addAction(tr("打开 Tessary"));
     connect(open, &QAction::triggered, &m_runtime, &AppRuntime::toggleQuickSearch);

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QMenu>
+#include "ui/kit/Menu.h"
 
 namespace tessary {
 
@@ -10,8 +10,8 @@ class AppRuntime;
 class MenuBarContent : public QObject {
     Q_OBJECT
 public:
-    /// @param runtime outlives this.
-    explicit MenuBarContent(AppRuntime& runtime);
+    /// @param runtime outlives this, as does the theme.
+    MenuBarContent(AppRuntime& runtime, const Theme& theme);
 
     [[nodiscard]] QMenu& menu() { return m_menu; }
 
@@ -22,7 +22,7 @@ private:
     void update();
 
     AppRuntime& m_runtime;
-    QMenu m_menu;
+    Menu m_menu;
     QAction* m_warning = nullptr;
 };
 

@@ -37,6 +37,7 @@ Menu::Menu(const Theme& theme, bool isTranslucent, QWidget* parent)
     setPalette(theme.palette());
     setWindowFlags(windowFlags() | Qt::FramelessWindowHint | Qt::NoDropShadowWindowHint);
     setAttribute(Qt::WA_TranslucentBackground, isTranslucent);
+    connect(&theme, &Theme::changed, this, [this] { setPalette(m_theme.palette()); });
 }
 
 QAction* Menu::add(const QString& symbol, const QString& text)

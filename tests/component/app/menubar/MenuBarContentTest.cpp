@@ -4,6 +4,7 @@
 #include "app/WindowPresenter.h"
 #include "tests/support/Await.h"
 #include "tests/support/FakePlatform.h"
+#include "ui/kit/Theme.h"
 
 namespace tessary {
 namespace {
@@ -69,7 +70,8 @@ protected:
 
     CountingWindows windows;
     AppRuntime runtime{platform, windows};
-    MenuBarContent content{runtime};
+    Theme theme;
+    MenuBarContent content{runtime, theme};
     int quits = 0;
     QMetaObject::Connection quitting =
         QObject::connect(&content, &MenuBarContent::quitRequested, [this] { ++quits; });
