@@ -13,6 +13,9 @@ public:
 
     /// Whether windows may be translucent: a compositor runs.
     [[nodiscard]] virtual bool isComposited() const = 0;
+    /// Keeps a window that is about to be shown out of taskbars and switchers, and on every workspace. To be
+    /// called before each time it is shown.
+    virtual void setFloating(quintptr window) = 0;
     /// Lets the pointer through everywhere but there.
     /// @param region logical pixels within the window.
     virtual void setInputRegion(quintptr window, const QRect& region, qreal devicePixelRatio) = 0;

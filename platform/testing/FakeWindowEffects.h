@@ -11,6 +11,7 @@ class FakeWindowEffects : public WindowEffects {
     Q_OBJECT
 public:
     [[nodiscard]] bool isComposited() const override { return m_isComposited; }
+    void setFloating(quintptr window) override { floating = window; }
     void setInputRegion(quintptr, const QRect& region, qreal) override { inputRegion = region; }
     void activate(quintptr window) override { activated = window; }
 
@@ -21,6 +22,7 @@ public:
     }
 
     QRect inputRegion;
+    quintptr floating = 0;
     quintptr activated = 0;
 
 private:

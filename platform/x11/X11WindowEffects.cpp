@@ -2,6 +2,10 @@
 
 #include "platform/x11/XcbReply.h"
 
+#include <QGuiApplication>
+
+#include <array>
+
 #include <xcb/shape.h>
 #include <xcb/xfixes.h>
 
@@ -29,6 +33,10 @@ void X11WindowEffects::watchCompositor()
 {
     xcb_connection_t* x = m_loop.connection();
     m_serverTime.emplace(m_loop, createHiddenWindow(m_loop));
+    m_floatingStates = {m_loop.atoms().atom("_NET_WM_STATE"),
+                        m_loop.atoms().atom("_NET_WM_STATE_SKIP_TASKBAR"),
+                        m_loop.atoms().atom("_NET_WM_STATE_SKIP_PAGER"),
+                        m_loop.atoms().atom("_NET_WM_STATE_STICKY"), m_loop.atoms().atom("_NET_WM_DESKTOP")};
     m_compositor = m_loop.atoms().atom("_NET_WM_CM_S0");
     const xcb_query_extension_reply_t* extension = xcb_get_extension_data(x, &xcb_xfixes_id);
     if (extension != nullptr && extension->present != 0) {
@@ -61,6 +69,23 @@ void X11WindowEffects::publish(bool isComposited)
             Q_EMIT compositedChanged();
     };
     QMetaObject::invokeMethod(this, take, Qt::QueuedConnection);
+}
+
+/// On Qt's own connection, so that it is there before Qt maps the window; Qt keeps states that it does not
+/// know. Window managers clear them when the window is hidden.
+void X11WindowEffects::setFloating(quintptr window)
+{
+    const auto* application = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
+    if (application == nullptr)
+        return;
+    xcb_connection_t* x = application->connection();
+    const std::array states{m_floatingStates.skipTaskbar, m_floatingStates.skipPager,
+                            m_floatingStates.sticky};
+    xcb_change_property(x, XCB_PROP_MODE_APPEND, static_cast<xcb_window_t>(window), m_floatingStates.property,
+                        XCB_ATOM_ATOM, 32, states.size(), states.data());
+    const uint32_t allWorkspaces = 0xffffffff;
+    xcb_change_property(x, XCB_PROP_MODE_REPLACE, static_cast<xcb_window_t>(window),
+                        m_floatingStates.workspace, XCB_ATOM_CARDINAL, 32, 1, &allWorkspaces);
 }
 
 void X11WindowEffects::setInputRegion(quintptr window, const QRect& region, qreal devicePixelRatio)

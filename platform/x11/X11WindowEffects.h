@@ -16,6 +16,7 @@ public:
     explicit X11WindowEffects(QObject* parent = nullptr);
 
     [[nodiscard]] bool isComposited() const override { return m_isComposited; }
+    void setFloating(quintptr window) override;
     void setInputRegion(quintptr window, const QRect& region, qreal devicePixelRatio) override;
     void activate(quintptr window) override;
 
@@ -25,8 +26,17 @@ private:
     void publish(bool isComposited);
     void sendActivation(xcb_window_t window, xcb_timestamp_t time);
 
-    bool m_isComposited = false; // main thread
-    uint8_t m_ownerEvent = 0;    // the loop's thread, as all below
+    struct FloatingStates {
+        xcb_atom_t property = XCB_ATOM_NONE;
+        xcb_atom_t skipTaskbar = XCB_ATOM_NONE;
+        xcb_atom_t skipPager = XCB_ATOM_NONE;
+        xcb_atom_t sticky = XCB_ATOM_NONE;
+        xcb_atom_t workspace = XCB_ATOM_NONE;
+    };
+
+    bool m_isComposited = false;     // main thread
+    FloatingStates m_floatingStates; // fixed once constructed
+    uint8_t m_ownerEvent = 0;        // the loop's thread, as all below
     xcb_atom_t m_compositor = XCB_ATOM_NONE;
     std::optional<ServerTime> m_serverTime;
     X11EventLoop m_loop;

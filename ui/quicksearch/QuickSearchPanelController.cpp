@@ -92,6 +92,7 @@ void QuickSearchPanelController::show()
     position();
     installEventMonitor();
     m_isShown = true;
+    m_effects.setFloating(m_panel->winId());
     m_panel->show();
     m_panel->raise();
     m_panel->activateWindow();
