@@ -2,13 +2,27 @@
 
 #include "app/AppRuntime.h"
 #include "platform/DesktopAppearance.h"
+#include "platform/WindowEffects.h"
+#include "store/FileImageCache.h"
+#include "ui/preview/PreviewWindow.h"
 #include "ui/quicksearch/QuickSearchPanelController.h"
 
 #include <QLoggingCategory>
 
+#include <algorithm>
+#include <utility>
+
 Q_LOGGING_CATEGORY(lcWindows, "tessary.windows")
 
 namespace tessary {
+namespace {
+
+QCoro::Task<QImage> cachedImage(QString path, int maximumPixelSize)
+{
+    return FileImageCache::shared().image(std::move(path), maximumPixelSize);
+}
+
+} // namespace
 
 DesktopWindows::DesktopWindows(const DesktopAppearance& appearance, WindowEffects& effects)
     : m_appearance(appearance),
@@ -37,6 +51,8 @@ void DesktopWindows::attach(AppRuntime& runtime)
 void DesktopWindows::detach()
 {
     m_quickSearch.reset();
+    for (const QPointer<PreviewWindow>& preview : std::exchange(m_previews, {}))
+        delete preview.data();
 }
 
 bool DesktopWindows::isQuickSearchVisible() const
@@ -61,9 +77,19 @@ void DesktopWindows::showSettings()
     qCInfo(lcWindows, "the settings window was asked for; this version has none yet");
 }
 
-void DesktopWindows::showPreview(const ScreenshotRecord&)
+void DesktopWindows::showPreview(const ScreenshotRecord& record)
 {
-    qCInfo(lcWindows, "a preview window was asked for; this version has none yet");
+    m_previews.removeAll(nullptr);
+    const auto found = std::find_if(m_previews.cbegin(), m_previews.cend(),
+                                    [&](const auto& preview) { return preview->item() == record.id; });
+    PreviewWindow* preview = found != m_previews.cend() ? found->data() : nullptr;
+    if (preview == nullptr) {
+        preview = new PreviewWindow(m_theme, cachedImage, record);
+        preview->setAttribute(Qt::WA_DeleteOnClose);
+        m_previews.append(preview);
+    }
+    preview->present();
+    m_effects.activate(preview->winId());
 }
 
 void DesktopWindows::showRegionSelection()

@@ -3,12 +3,16 @@
 #include "app/WindowPresenter.h"
 #include "ui/kit/Theme.h"
 
+#include <QList>
+#include <QPointer>
+
 #include <memory>
 
 namespace tessary {
 
 class AppRuntime;
 class DesktopAppearance;
+class PreviewWindow;
 class QuickSearchPanelController;
 class WindowEffects;
 
@@ -39,6 +43,7 @@ private:
     WindowEffects& m_effects;
     Theme m_theme;
     std::unique_ptr<QuickSearchPanelController> m_quickSearch;
+    QList<QPointer<PreviewWindow>> m_previews; // each deletes itself when it is closed
 };
 
 } // namespace tessary

@@ -14,6 +14,7 @@ namespace {
 
 constexpr int kPadding = 20;
 constexpr int kThumbnailPixels = 480; // as large as they are made
+constexpr int kPixelStep = 128;       // so that a window that is being resized does not load it every time
 
 QCoro::Task<QImage> loadedOrNothing(AsyncFileImage::Loader loader, QString path)
 {
@@ -91,7 +92,8 @@ int PicturePreview::wantedPixels() const
     const QSizeF upright = fitted(natural, pixels);
     const QSizeF turned = fitted(natural.transposed(), pixels);
     const double longest = std::max({upright.width(), upright.height(), turned.width(), turned.height()});
-    return std::max(1, static_cast<int>(std::ceil(longest)));
+    const int steps = static_cast<int>(std::ceil(longest / kPixelStep));
+    return std::max(1, steps) * kPixelStep;
 }
 
 QRect PicturePreview::pictureRect(const QImage& image) const
@@ -143,6 +145,11 @@ void PicturePreview::resizeEvent(QResizeEvent* event)
 {
     AsyncFileImage::resizeEvent(event);
     m_missing->setGeometry(rect());
+    if (path().isEmpty() || wantedPixels() <= maximumPixelSize())
+        return;
+    if (state() == State::Shown)
+        m_standIn = image();
+    setSource(path(), wantedPixels());
 }
 
 } // namespace tessary

@@ -8,7 +8,7 @@ class EmptyState;
 class Theme;
 
 /// The selected picture, fitted, framed and never enlarged. Its thumbnail stands in until the picture itself
-/// is there.
+/// is there, and what there is until a larger one is when the view grows.
 class PicturePreview : public AsyncFileImage {
     Q_OBJECT
 public:

@@ -64,7 +64,7 @@ void SearchField::restartCaret()
 
 void SearchField::paintEvent(QPaintEvent* event)
 {
-    constexpr int kFromCursorRect = 5; // Qt makes it wider than the caret
+    constexpr int kFromCursorRect = 4; // Qt makes it wider than the caret; half of ours is on either side
     QLineEdit::paintEvent(event);
     if (!m_isCaretShown || !hasFocus())
         return;
