@@ -53,6 +53,7 @@ QCoro::Task<> AppRuntime::start()
     co_await openLibrary();
     registerHotKeys();
     co_await reconcile();
+    Q_EMIT libraryChanged(); // lists that were asked for before there was a library
     co_await recoverImports();
     restartMonitoring();
     co_await purgeExpiredTrash();
@@ -209,6 +210,8 @@ QCoro::Task<> AppRuntime::updateHotKeys()
     if (!m_hotKeyConflicts.isEmpty())
         qCWarning(lcRuntime, "global shortcuts that another program holds: %d",
                   static_cast<int>(m_hotKeyConflicts.size()));
+    else
+        qCInfo(lcRuntime, "global shortcuts registered");
     Q_EMIT hotKeysChanged();
 }
 

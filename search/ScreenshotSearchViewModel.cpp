@@ -2,7 +2,10 @@
 
 #include "base/Error.h"
 
+#include <QLoggingCategory>
 #include <QPointer>
+
+Q_LOGGING_CATEGORY(lcSearch, "tessary.search", QtInfoMsg)
 
 namespace tessary {
 namespace {
@@ -189,6 +192,7 @@ void ScreenshotSearchViewModel::show(const QList<ScreenshotRecord>& page)
     const int selectedBefore = std::exchange(m_selectedIndex, std::min(m_selectedIndex, last));
     m_isRefreshDue = false;
     m_isSearching = false;
+    qCDebug(lcSearch, "%d results in the list", static_cast<int>(rows.size()));
     announce({areOthers ? &ScreenshotSearchViewModel::resultsReset : nullptr,
               selectedBefore != m_selectedIndex ? &ScreenshotSearchViewModel::selectedIndexChanged : nullptr,
               hadMore != m_hasMore ? &ScreenshotSearchViewModel::hasMoreChanged : nullptr,

@@ -2,6 +2,7 @@
 
 #include "app/ApplicationIdentity.h"
 #include "app/WindowPresenter.h"
+#include "search/ScreenshotSearchViewModel.h"
 #include "store/Projection.h"
 #include "store/RecordColumns.h"
 #include "tests/support/Await.h"
@@ -85,6 +86,20 @@ TEST_F(AppRuntimeTest, ACopyBecomesAnItemOfTheProgramInFront)
     ASSERT_TRUE(copies(QStringLiteral("copied")));
     EXPECT_EQ(listed().first().sourceBundleIdentifier, QStringLiteral("editor"));
     EXPECT_TRUE(eventually([&] { return changes == 1; }));
+}
+
+TEST_F(AppRuntimeTest, AListThatWasAskedForBeforeTheLibraryWasOpenIsReadAgain)
+{
+    start();
+    ASSERT_TRUE(copies(QStringLiteral("kept")));
+    await(runtime->shutDown());
+    runtime = std::make_unique<AppRuntime>(platform, windows);
+    ScreenshotSearchViewModel list(*runtime);
+    list.scheduleRefresh(ScreenshotSearchViewModel::Refresh::Immediate);
+    ASSERT_TRUE(eventually([&] { return !list.isSearching(); }));
+    EXPECT_TRUE(list.results().isEmpty());
+    await(runtime->start());
+    EXPECT_TRUE(eventually([&] { return list.results().size() == 1; }));
 }
 
 TEST_F(AppRuntimeTest, ACopyWhileAnExcludedProgramIsInFrontStoresNothing)

@@ -13,28 +13,11 @@
 #include "platform/testing/FakeUserDefaults.h"
 #include "platform/x11/X11KeystrokeSender.h"
 #include "platform/x11/X11Workspace.h"
+#include "tests/session/PasteTarget.h"
 #include "tests/session/x11/PasteboardFixture.h"
 #include "tests/support/RecordSamples.h"
 
 namespace tessary::testing {
-
-/// A program that can be pasted into, and the text that has arrived in it.
-class PasteTarget {
-public:
-    enum class Kind { Gtk3, Gtk4, Qt, Xterm, Vte };
-
-    /// @param scratch an existing folder.
-    PasteTarget(Kind kind, const QString& title, const QString& scratch);
-
-    [[nodiscard]] QString text();
-    [[nodiscard]] ChildProcess& process() { return *m_process; }
-
-private:
-    void runTerminal(Kind kind, const QString& title);
-
-    std::unique_ptr<ChildProcess> m_process;
-    QString m_typedPath; ///< What a terminal's program read; empty for others.
-};
 
 /// Paste-back on the real session: the clipboard, the windows and the keyboard are those of the desktop.
 class PasteFixture : public PasteboardFixture {
