@@ -40,6 +40,8 @@ public:
     [[nodiscard]] std::optional<ScreenshotRecord> selectedRecord() const;
     /// A query for the first page is running, or stopped in favour of one that is about to.
     [[nodiscard]] bool isSearching() const { return m_isSearching; }
+    /// A refresh waits or runs: the rows may still be those of what was typed before.
+    [[nodiscard]] bool isRefreshDue() const { return m_isRefreshDue; }
     [[nodiscard]] bool hasMore() const { return m_hasMore; } ///< There are rows after the last one loaded.
     [[nodiscard]] const QStringList& sourceApps() const { return m_facets.sourceApps; }
     [[nodiscard]] const QStringList& availableTags() const { return m_facets.tags; }

@@ -208,7 +208,7 @@ bool QuickSearchPanelController::handleKey(const QKeyEvent& event, bool hasComma
         moveSelection(1);
         return true;
     case PanelKey::Return:
-        m_model.useSelected(hasCommand ? std::optional(true) : std::nullopt);
+        useSelected(hasCommand ? std::optional(true) : std::nullopt);
         return true;
     case PanelKey::Escape:
         hide();
@@ -221,7 +221,7 @@ bool QuickSearchPanelController::handleKey(const QKeyEvent& event, bool hasComma
         return true;
     case PanelKey::C:
         if (hasCommand)
-            m_model.useSelected(false);
+            useSelected(false);
         return hasCommand;
     case PanelKey::Y:
         if (hasCommand && selected)
@@ -248,6 +248,19 @@ bool QuickSearchPanelController::handleKey(const QKeyEvent& event, bool hasComma
         return false;
     }
     Q_UNREACHABLE();
+}
+
+void QuickSearchPanelController::useSelected(std::optional<bool> directPaste)
+{
+    if (!m_model.isRefreshDue())
+        return m_model.useSelected(directPaste);
+    if (std::exchange(m_isUseDue, true))
+        return;
+    QCoro::connect(m_model.refresh(), this, [this, directPaste] {
+        m_isUseDue = false;
+        if (m_isShown)
+            useSelected(directPaste);
+    });
 }
 
 void QuickSearchPanelController::moveSelection(int step)

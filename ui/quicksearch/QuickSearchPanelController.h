@@ -51,6 +51,8 @@ private:
     bool handleKey(const QKeyEvent& event, bool hasCommand);
     void typeIntoField(const QKeyEvent& event);
     void moveSelection(int step);
+    /// Uses the selected item of what has been typed, even where its rows are still to come.
+    void useSelected(std::optional<bool> directPaste);
     void panelBecameKey();
     void panelResignedKey();
     void panelResized();
@@ -64,6 +66,7 @@ private:
     bool m_isShown = false;
     bool m_isMonitoring = false; // keys
     bool m_isNavigatingResults = false;
+    bool m_isUseDue = false; // once the rows are there
     QTimer m_rest; // after hiding, until memory is given back
 };
 

@@ -124,6 +124,7 @@ void QuickSearchView::observeRuntime()
 void QuickSearchView::observeControls()
 {
     connect(&field(), &QLineEdit::textChanged, &m_model, &ScreenshotSearchViewModel::setQuery);
+    connect(&field(), &QLineEdit::textEdited, this, [this] { m_model.setSelectedIndex(0); });
     connect(m_bar, &SearchBar::filterRequested, this, &QuickSearchView::openFilterMenu);
     connect(m_bar, &SearchBar::pinToggled, this,
             [this](bool isPinned) { m_runtime.settings().setQuickSearchPinned(isPinned); });

@@ -300,6 +300,31 @@ TEST_F(QuickSearchPanelTest, WithoutPermissionReturnCopiesAndSaysHowToPaste)
     EXPECT_TRUE(keystrokes.sent().isEmpty());
 }
 
+TEST_F(QuickSearchPanelTest, ReturnRightAfterTypingUsesWhatWasTyped)
+{
+    addTexts({QStringLiteral("apple"), QStringLiteral("banana")});
+    show();
+    const qint64 before = pasteboard.changeCount();
+    type(QStringLiteral("app"));
+    press(Qt::Key_C, Qt::ControlModifier); // the pause after typing has not passed
+    press(Qt::Key_C, Qt::ControlModifier);
+    ASSERT_TRUE(eventually([&] { return pasteboard.changeCount() > before; }));
+    const auto copied = await(pasteboard.data(pasteboard.changeCount(), PasteboardType::Text));
+    EXPECT_EQ(copied, QByteArray("apple"));
+}
+
+TEST_F(QuickSearchPanelTest, TypingSelectsTheFirstResult)
+{
+    addTexts({QStringLiteral("ab 1"), QStringLiteral("ab 2"), QStringLiteral("c")});
+    show();
+    press(Qt::Key_Down);
+    press(Qt::Key_Down);
+    type(QStringLiteral("ab"));
+    clock.advance(180ms);
+    ASSERT_TRUE(eventually([&] { return results().size() == 2; }));
+    EXPECT_EQ(selected(), QStringLiteral("ab 2"));
+}
+
 TEST_F(QuickSearchPanelTest, ControlCCopiesWithoutPasting)
 {
     addTexts({QStringLiteral("text")});
