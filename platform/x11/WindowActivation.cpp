@@ -31,6 +31,11 @@ void WindowActivation::request(const RunningApplication& application, std::funct
     });
 }
 
+void WindowActivation::request(xcb_window_t window)
+{
+    m_time.request([this, window](xcb_timestamp_t time) { ask(window, time); });
+}
+
 bool WindowActivation::isActive(const RunningApplication& application)
 {
     return hasKeyboard(m_loop, application);

@@ -15,6 +15,8 @@ public:
     /// @param done called once: whether there was a window to ask for and a window manager to ask. What it
     ///             does about it shows later.
     void request(const RunningApplication& application, std::function<void(bool)> done);
+    /// The same for any window, ours for one, and without an answer.
+    void request(xcb_window_t window);
     [[nodiscard]] bool isActive(const RunningApplication& application);
     /// Every event of the connection; others' are ignored.
     void handleEvent(const xcb_generic_event_t& event) { m_time.handleEvent(event); }

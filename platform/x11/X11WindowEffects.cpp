@@ -12,16 +12,11 @@
 #include <cmath>
 
 namespace tessary {
-namespace {
 
-const QByteArray kActiveWindow("_NET_ACTIVE_WINDOW");
-
-/// A client that speaks for the person, whose requests window managers do not turn down.
-constexpr uint32_t kFromPager = 2;
-
-} // namespace
-
-X11WindowEffects::X11WindowEffects(QObject* parent) : WindowEffects(parent), m_loop("tessary-effects")
+X11WindowEffects::X11WindowEffects(QObject* parent)
+    : WindowEffects(parent),
+      m_loop("tessary-effects"),
+      m_activation(m_loop)
 {
     m_loop.addHandler([this](const xcb_generic_event_t& event) { handle(event); });
     watchCompositor();
@@ -32,7 +27,6 @@ X11WindowEffects::X11WindowEffects(QObject* parent) : WindowEffects(parent), m_l
 void X11WindowEffects::watchCompositor()
 {
     xcb_connection_t* x = m_loop.connection();
-    m_serverTime.emplace(m_loop, createHiddenWindow(m_loop));
     m_floatingStates = {m_loop.atoms().atom("_NET_WM_STATE"),
                         m_loop.atoms().atom("_NET_WM_STATE_SKIP_TASKBAR"),
                         m_loop.atoms().atom("_NET_WM_STATE_SKIP_PAGER"),
@@ -52,9 +46,14 @@ void X11WindowEffects::watchCompositor()
     m_isComposited = owner && owner->owner != XCB_WINDOW_NONE;
 }
 
+X11WindowEffects::~X11WindowEffects()
+{
+    m_loop.stop();
+}
+
 void X11WindowEffects::handle(const xcb_generic_event_t& event)
 {
-    m_serverTime->handleEvent(event);
+    m_activation.handleEvent(event);
     if (m_ownerEvent == 0 || (event.response_type & 0x7f) != m_ownerEvent)
         return;
     const auto& change = reinterpret_cast<const xcb_xfixes_selection_notify_event_t&>(event);
@@ -102,25 +101,7 @@ void X11WindowEffects::setInputRegion(quintptr window, const QRect& region, qrea
 
 void X11WindowEffects::activate(quintptr window)
 {
-    m_loop.post([this, window] {
-        m_serverTime->request([this, window](xcb_timestamp_t time) {
-            sendActivation(static_cast<xcb_window_t>(window), time);
-        });
-    });
-}
-
-void X11WindowEffects::sendActivation(xcb_window_t window, xcb_timestamp_t time)
-{
-    xcb_client_message_event_t message{};
-    message.response_type = XCB_CLIENT_MESSAGE;
-    message.format = 32;
-    message.window = window;
-    message.type = m_loop.atoms().atom(kActiveWindow);
-    message.data.data32[0] = kFromPager;
-    message.data.data32[1] = time;
-    xcb_send_event(m_loop.connection(), 0, m_loop.root(),
-                   XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT,
-                   reinterpret_cast<const char*>(&message));
+    m_loop.post([this, window] { m_activation.request(static_cast<xcb_window_t>(window)); });
 }
 
 } // namespace tessary

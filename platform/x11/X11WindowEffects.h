@@ -1,10 +1,8 @@
 #pragma once
 
 #include "platform/WindowEffects.h"
-#include "platform/x11/ServerTime.h"
+#include "platform/x11/WindowActivation.h"
 #include "platform/x11/X11EventLoop.h"
-
-#include <optional>
 
 namespace tessary {
 
@@ -14,6 +12,7 @@ class X11WindowEffects : public WindowEffects {
 public:
     /// Asks once whether a compositor runs, which takes a round trip. @throws X11Error without a display.
     explicit X11WindowEffects(QObject* parent = nullptr);
+    ~X11WindowEffects() override;
 
     [[nodiscard]] bool isComposited() const override { return m_isComposited; }
     void setFloating(quintptr window) override;
@@ -24,7 +23,6 @@ private:
     void watchCompositor();
     void handle(const xcb_generic_event_t& event);
     void publish(bool isComposited);
-    void sendActivation(xcb_window_t window, xcb_timestamp_t time);
 
     struct FloatingStates {
         xcb_atom_t property = XCB_ATOM_NONE;
@@ -38,8 +36,8 @@ private:
     FloatingStates m_floatingStates; // fixed once constructed
     uint8_t m_ownerEvent = 0;        // the loop's thread, as all below
     xcb_atom_t m_compositor = XCB_ATOM_NONE;
-    std::optional<ServerTime> m_serverTime;
     X11EventLoop m_loop;
+    WindowActivation m_activation; // needs the loop, which stops first
 };
 
 } // namespace tessary
