@@ -272,6 +272,7 @@ QCoro::Task<LibraryFacets> AppRuntime::facets()
 
 QCoro::Task<> AppRuntime::copy(ScreenshotRecord record, bool pasteIntoPreviousApplication)
 {
+    const FlowSet::Stay stay(m_flows);
     const PasteBack::Result result =
         co_await m_pasteBack.copy(record, pasteIntoPreviousApplication, m_store.get());
     if (result.message)
@@ -305,6 +306,7 @@ QCoro::Task<> AppRuntime::reveal(ScreenshotRecord record)
 
 QCoro::Task<> AppRuntime::toggleFavorite(ScreenshotRecord record)
 {
+    const FlowSet::Stay stay(m_flows);
     if (!m_store)
         co_return;
     co_await m_store->setFavorite(record.id, !record.isFavorite);
@@ -313,6 +315,7 @@ QCoro::Task<> AppRuntime::toggleFavorite(ScreenshotRecord record)
 
 QCoro::Task<> AppRuntime::togglePinned(ScreenshotRecord record)
 {
+    const FlowSet::Stay stay(m_flows);
     if (!m_store)
         co_return;
     co_await m_store->setPinned(record.id, !record.isPinned);
@@ -321,6 +324,7 @@ QCoro::Task<> AppRuntime::togglePinned(ScreenshotRecord record)
 
 QCoro::Task<> AppRuntime::moveToTrash(ScreenshotRecord record)
 {
+    const FlowSet::Stay stay(m_flows);
     if (!m_store)
         co_return;
     co_await m_store->moveToTrash(record.id, m_platform.clock.now());
@@ -329,6 +333,7 @@ QCoro::Task<> AppRuntime::moveToTrash(ScreenshotRecord record)
 
 QCoro::Task<> AppRuntime::saveMetadata(ScreenshotRecord record, QStringList tags, QString note)
 {
+    const FlowSet::Stay stay(m_flows);
     if (!m_store)
         co_return;
     co_await m_store->updateMetadata(record.id, tags, note);

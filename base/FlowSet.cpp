@@ -22,20 +22,23 @@ FlowSet::FlowSet(std::function<void(const std::exception&)> onError) : m_onError
 
 void FlowSet::add(QCoro::Task<> flow)
 {
-    ++m_running;
     run(std::move(flow));
 }
 
 QCoro::Task<> FlowSet::run(QCoro::Task<> flow)
 {
+    const Stay stay(*this);
     try {
         co_await flow;
     } catch (const std::exception& error) {
         m_onError(error);
     }
-    --m_running;
-    if (m_running > 0)
-        co_return;
+}
+
+void FlowSet::leave()
+{
+    if (--m_running > 0)
+        return;
     for (const std::coroutine_handle<> waiting : std::exchange(m_waiting, {}))
         waiting.resume();
 }

@@ -15,6 +15,19 @@ namespace tessary {
 /// An escaped error goes to the handler. The owner drains the set before it destroys what its flows use.
 class FlowSet {
 public:
+    /// As long as it lives, the set counts one more running flow: for a coroutine that its caller awaits, but
+    /// that uses the owner.
+    class Stay {
+    public:
+        explicit Stay(FlowSet& flows) : m_flows(flows) { ++flows.m_running; }
+        ~Stay() { m_flows.leave(); }
+        Stay(const Stay&) = delete;
+        Stay& operator=(const Stay&) = delete;
+
+    private:
+        FlowSet& m_flows;
+    };
+
     explicit FlowSet(std::function<void(const std::exception&)> onError);
 
     /// Takes a flow that has begun and keeps it until it ends.
@@ -28,6 +41,7 @@ public:
 
 private:
     QCoro::Task<> run(QCoro::Task<> flow);
+    void leave();
 
     std::function<void(const std::exception&)> m_onError;
     std::stop_source m_stop;

@@ -22,6 +22,26 @@ QCoro::Task<> failure(SerialLane& lane)
     throw std::runtime_error("lost");
 }
 
+QCoro::Task<> stayingWork(FlowSet& flows, SerialLane& lane, int& done)
+{
+    const FlowSet::Stay stay(flows);
+    auto nothing = lane.post([] {});
+    co_await nothing;
+    ++done;
+}
+
+TEST(FlowSetTest, DrainsOnlyWhenWhatItsCallersAwaitHasEndedToo)
+{
+    SerialLane lane(QStringLiteral("flows"));
+    FlowSet flows([](const std::exception&) {});
+    int done = 0;
+    const QCoro::Task<> awaited = stayingWork(flows, lane, done);
+    EXPECT_FALSE(flows.isEmpty());
+    await(flows.drained());
+    EXPECT_EQ(done, 1);
+    EXPECT_TRUE(flows.isEmpty());
+}
+
 TEST(FlowSetTest, DrainsOnlyWhenEveryFlowHasEnded)
 {
     SerialLane lane(QStringLiteral("flows"));
