@@ -56,6 +56,7 @@ protected:
     {
         controller.reset();
         await(runtime.shutDown());
+        clock.advance(1s); // refreshes that waited for the end of typing end
     }
 
     void add(const ScreenshotRecord& record)
