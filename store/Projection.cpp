@@ -15,8 +15,8 @@ Projection::Projection(const QString& path) : m_connection(path), m_reader(path)
     m_connection.run("PRAGMA journal_mode = WAL");
     m_connection.run("PRAGMA foreign_keys = ON");
     m_connection.run("PRAGMA busy_timeout = 5000");
-    // Not mapped into memory: a search through everything would take a quarter less time, but all that it
-    // looked at would count as this process's memory, and mapping anew for each search costs more than that.
+    // Not mapped into memory: in a library that lies in the order of arrival a search through everything
+    // gains nothing by it, and all that it looked at would count as this process's memory.
     // What a power cut takes from here, the store of record gives back at the next start.
     m_connection.run("PRAGMA synchronous = NORMAL");
     createProjectionSchema(m_connection);
