@@ -1,5 +1,6 @@
 #include "store/Projection.h"
 
+#include "store/FullTextIdentifiers.h"
 #include "store/LocalizedOrder.h"
 #include "store/ProjectionSchema.h"
 #include "store/RecordColumns.h"
@@ -9,17 +10,25 @@
 
 namespace tessary {
 
-Projection::Projection(const QString& path) : m_connection(path)
+Projection::Projection(const QString& path) : m_connection(path), m_reader(path)
 {
     m_connection.run("PRAGMA journal_mode = WAL");
     m_connection.run("PRAGMA foreign_keys = ON");
     m_connection.run("PRAGMA busy_timeout = 5000");
-    // Not mapped into memory: a search through everything would take a quarter less time, but all that it
-    // looked at would count as this process's memory, and mapping anew for each search costs more than that.
+    // Not mapped into memory: in a library that lies in the order of arrival a search through everything
+    // gains nothing by it, and all that it looked at would count as this process's memory.
     // What a power cut takes from here, the store of record gives back at the next start.
     m_connection.run("PRAGMA synchronous = NORMAL");
-    installLikeFunction(m_connection.handle());
     createProjectionSchema(m_connection);
+    prepareReader();
+}
+
+void Projection::prepareReader()
+{
+    m_reader.run("PRAGMA busy_timeout = 5000");
+    installLikeFunction(m_reader.handle());
+    installFullTextIdentifiers(m_reader);
+    m_reader.run("PRAGMA query_only = ON");
 }
 
 bool Projection::insertProjection(const ScreenshotRecord& record)
@@ -95,8 +104,8 @@ QList<ScreenshotRecord> Projection::records(const QByteArray& sql, const QList<S
 QList<ScreenshotRecord> Projection::page(const ListQuery& query, std::optional<qsizetype> maximumTextLength,
                                          const std::stop_token& stop)
 {
-    const SQLiteInterruption interruption(m_connection.handle(), stop);
-    SQLiteStatement rows = m_connection.queryOnce(query.sql, query.bindings);
+    const SQLiteInterruption interruption(m_reader.handle(), stop);
+    SQLiteStatement rows = m_reader.queryOnce(query.sql, query.bindings);
     QList<ScreenshotRecord> found;
     while (rows.nextRow())
         found.append(decodeProjectionRow(rows, maximumTextLength));

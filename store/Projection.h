@@ -45,7 +45,10 @@ public:
                                                   const QList<SQLiteValue>& bindings = {});
 
 private:
+    void prepareReader();
+
     SQLiteConnection m_connection;
+    SQLiteConnection m_reader; ///< Lists only. So a query can be interrupted, and no change ever is.
     PinyinText m_pinyin;
 };
 

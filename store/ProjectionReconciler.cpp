@@ -57,7 +57,7 @@ void ProjectionReconciler::reconcile()
 
 void ProjectionReconciler::adoptProjection()
 {
-    SQLiteStatement rows = m_projection.rowsInIdentifierOrder();
+    SQLiteStatement rows = m_projection.rowsInStoredOrder();
     m_structuredStore.adopt([&rows]() -> std::optional<ScreenshotRecord> {
         if (!rows.nextRow())
             return std::nullopt;
@@ -115,7 +115,7 @@ void ProjectionReconciler::rebuild()
     SQLiteTransaction transaction(m_projection.connection());
     recreateSearchTable(m_projection.connection());
     m_projection.connection().run("DELETE FROM screenshots");
-    SQLiteStatement rows = m_structuredStore.rowsInIdentifierOrder();
+    SQLiteStatement rows = m_structuredStore.rowsInStoredOrder();
     while (rows.nextRow()) {
         const ScreenshotRecord record = CoreDataScreenshotStore::decode(rows);
         if (m_projection.insertProjection(record))

@@ -14,7 +14,8 @@ class Projection;
 /// the end of it. Otherwise they are walked side by side in the order of their identifiers, comparing raw
 /// values and only decoding rows that differ in them. A handful of differing items, as a crash between the
 /// two commits leaves, is mended one by one; anything more, or a full-text table that does not fit, is
-/// rebuilt.
+/// rebuilt. That keeps the order of the store of record, the order of arrival: a search, which goes through
+/// the items from the newest on, then reads the disk in one direction and each page of it once.
 class ProjectionReconciler {
 public:
     ProjectionReconciler(CoreDataScreenshotStore& structuredStore, Projection& projection);

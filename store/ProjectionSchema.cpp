@@ -115,10 +115,6 @@ void prepareLists(SQLiteConnection& connection)
     transaction.commit();
 }
 
-/// Kept in the file's user version. The text primary key leaves the row ids of items free to be the
-/// full-text table's too, as long as nobody vacuums the file.
-constexpr qint64 kAlignedVersion = 1;
-
 void ensureColumn(SQLiteConnection& connection, const QByteArray& name, const QByteArray& definition)
 {
     SQLiteStatement columns = connection.query("PRAGMA table_info(screenshots)");

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QtGlobal>
+
 namespace tessary {
 
 class SQLiteConnection;
@@ -9,6 +11,11 @@ class SQLiteConnection;
 void createProjectionSchema(SQLiteConnection& connection);
 /// The full-text table anew and empty. @throws StoreError.
 void recreateSearchTable(SQLiteConnection& connection);
+
+/// The file's user version when every full-text row is known to have the row id of its item. The text
+/// primary key leaves the row ids of items free to be the full-text table's too, as long as nobody vacuums
+/// the file.
+inline constexpr qint64 kAlignedVersion = 1;
 
 /// Whether every full-text row is known to have the row id of its item; see `Projection`.
 [[nodiscard]] bool hasAlignedSearchRows(SQLiteConnection& connection);

@@ -20,10 +20,12 @@ SQLiteInterruption::SQLiteInterruption(sqlite3* database, std::stop_token stop)
         return static_cast<const std::stop_token*>(token)->stop_requested() ? 1 : 0;
     };
     sqlite3_progress_handler(m_database, kSteps, isStopped, &m_stop);
+    m_interrupt.emplace(m_stop, [database] { sqlite3_interrupt(database); });
 }
 
 SQLiteInterruption::~SQLiteInterruption()
 {
+    m_interrupt.reset(); // from here on no interruption comes, and one that came is over with its statement
     sqlite3_progress_handler(m_database, 0, nullptr, nullptr);
 }
 

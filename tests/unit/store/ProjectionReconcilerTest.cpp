@@ -123,6 +123,21 @@ TEST_F(ProjectionReconcilerTest, RebuildsAnIndexWhoseRowsAreNotKnownToLieBesideT
     expectInStep();
 }
 
+TEST_F(ProjectionReconcilerTest, RebuildsInTheOrderOfArrival)
+{
+    QStringList arrived;
+    for (int i = 0; i < 20; ++i) {
+        const ScreenshotRecord record = textRecord(QString::number(i));
+        arrived.append(identifierText(record.id));
+        structured.insert(record);
+    }
+    ASSERT_FALSE(std::is_sorted(arrived.begin(), arrived.end()));
+    addToProjection(textRecord(QStringLiteral("stray")));
+    projection.connection().run("PRAGMA user_version = 0");
+    reconcile();
+    EXPECT_EQ(projection.connection().stringResults("SELECT id FROM screenshots ORDER BY rowid"), arrived);
+}
+
 TEST_F(ProjectionReconcilerTest, RebuildsWhenMuchDiffers)
 {
     for (int i = 0; i < 1100; ++i)
