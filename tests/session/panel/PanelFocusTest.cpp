@@ -17,7 +17,13 @@ protected:
             return window && window->geometry.x() < 20 && window->geometry.y() < 40;
         }));
     }
-    void clickTarget() { clickAt(screen.visible("target")->geometry.topLeft() + QPoint(8, 8)); }
+    void clickTarget()
+    {
+        const QPoint place = screen.visible("target")->geometry.center();
+        SCOPED_TRACE(::testing::Message() << "at " << place.x() << ", " << place.y());
+        clickAt(place);
+        EXPECT_TRUE(isInFront("target"));
+    }
 };
 
 TEST_F(PanelFocusTest, EscapeHidesItAndTheProgramBeforeHasTheKeyboard)
@@ -38,7 +44,6 @@ TEST_F(PanelFocusTest, AClickElsewhereHidesIt)
     ASSERT_TRUE(opensPanel());
     clickTarget();
     EXPECT_TRUE(goes());
-    EXPECT_TRUE(isInFront("target"));
 }
 
 TEST_F(PanelFocusTest, APinnedOneStaysWhenSomethingElseIsClicked)
@@ -48,11 +53,10 @@ TEST_F(PanelFocusTest, APinnedOneStaysWhenSomethingElseIsClicked)
     openTarget();
     ASSERT_TRUE(opensPanel());
     clickTarget();
-    ASSERT_TRUE(isInFront("target"));
     type(QStringLiteral("into the target"));
     EXPECT_TRUE(eventually([this] { return isShown(); }));
     const QRect panel = panelGeometry();
-    clickAt(panel.topLeft() + QPoint(300, 30)); // the search field
+    clickAt({panel.center().x(), panel.bottom() - 60}); // in the lower part, on no button
     ASSERT_TRUE(comes());
     type(QStringLiteral("into the field"));
     EXPECT_EQ(cutField(), QStringLiteral("into the field"));
