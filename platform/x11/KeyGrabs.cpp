@@ -1,5 +1,6 @@
 #include "platform/x11/KeyGrabs.h"
 
+#include "platform/x11/KeyRepeat.h"
 #include "platform/x11/XcbReply.h"
 
 #include <algorithm>
@@ -15,8 +16,8 @@ constexpr unsigned kModifierBits = 0xff;
 using Clock = std::chrono::steady_clock;
 constexpr std::chrono::milliseconds kLongestFreeze{500};
 constexpr std::chrono::milliseconds kHeldKeyPoll{40};
-/// No keyboard repeats sooner; who presses again that soon means it. Milliseconds.
-constexpr xcb_timestamp_t kSoonestRepetition = 100;
+/// Keys repeat a little sooner than they should.
+constexpr std::chrono::milliseconds kRepeatTolerance{20};
 
 } // namespace
 
@@ -117,6 +118,7 @@ void KeyGrabs::press(const xcb_key_press_event_t& event)
         if (grab.keycode == event.detail && grab.mask == mask) {
             m_release = m_loop.runAt(Clock::now() + kLongestFreeze, [this] { releaseKeyboard(); });
             m_pressed(grab.identifier);
+            m_repeatDelay = keyRepeatDelay(); // after the call: the person waits for what it does
             return;
         }
     }
@@ -130,7 +132,8 @@ void KeyGrabs::releaseKeyboard()
 }
 
 /// Whether a press is only a key that goes on being held. Its releases go to other windows, so we look for
-/// ourselves when it is up again.
+/// ourselves when it is up again. While the keyboard is frozen every key looks held, but one that comes
+/// again sooner than keys repeat has been pressed anew.
 bool KeyGrabs::isRepetition(const xcb_key_press_event_t& event)
 {
     const auto [held, isNew] = m_held.try_emplace(event.detail, HeldKey{event.time, false});
@@ -139,7 +142,8 @@ bool KeyGrabs::isRepetition(const xcb_key_press_event_t& event)
             watchHeldKeys();
         return false;
     }
-    const bool isSoon = event.time - held->second.pressed < kSoonestRepetition;
+    const bool isSoon =
+        std::chrono::milliseconds(event.time - held->second.pressed) < m_repeatDelay - kRepeatTolerance;
     const bool isRepetition = held->second.hasRepeated || !isSoon;
     held->second = HeldKey{event.time, isRepetition};
     return isRepetition;

@@ -5,6 +5,7 @@
 #include "platform/x11/X11EventLoop.h"
 
 #include <array>
+#include <chrono>
 #include <functional>
 #include <map>
 #include <vector>
@@ -58,7 +59,8 @@ private:
     std::optional<ModifierMasks> m_masks;
     std::map<Reference, Grab> m_grabs;
     std::map<xcb_keycode_t, HeldKey> m_held;
-    X11EventLoop::TimerId m_release = 0; // of a keyboard that nobody released
+    std::chrono::milliseconds m_repeatDelay{0}; // of the last press that was none
+    X11EventLoop::TimerId m_release = 0;        // of a keyboard that nobody released
 };
 
 } // namespace tessary

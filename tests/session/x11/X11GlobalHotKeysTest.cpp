@@ -69,6 +69,16 @@ TEST_F(X11GlobalHotKeysTest, DeliversAPressWhateverLocksAreOn)
     }
 }
 
+TEST_F(X11GlobalHotKeysTest, APressWhileTheKeyboardIsStillFrozenCounts)
+{
+    ASSERT_TRUE(await(hotKeys.registerHotKey(kO, kControlOption, kFirst)));
+    const QString combination = QStringLiteral("ctrl+alt+o"); // nobody releases the keyboard after it
+    xdotool({QStringLiteral("key"), combination, QStringLiteral("sleep"), QStringLiteral("0.25"),
+             QStringLiteral("key"), combination});
+    waitForEarlierPresses();
+    EXPECT_EQ(pressed, (QList<quint32>{1, 1}));
+}
+
 TEST_F(X11GlobalHotKeysTest, OtherModifiersAreAnotherCombination)
 {
     ASSERT_TRUE(await(hotKeys.registerHotKey(kO, kControlOption, kFirst)));
