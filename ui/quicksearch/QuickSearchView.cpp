@@ -124,7 +124,7 @@ void QuickSearchView::observeRuntime()
 void QuickSearchView::observeControls()
 {
     connect(&field(), &QLineEdit::textChanged, &m_model, &ScreenshotSearchViewModel::setQuery);
-    connect(&field(), &QLineEdit::textEdited, this, [this] { m_model.setSelectedIndex(0); });
+    connect(&field(), &QLineEdit::textEdited, this, &QuickSearchView::startAtTop);
     connect(m_bar, &SearchBar::filterRequested, this, &QuickSearchView::openFilterMenu);
     connect(m_bar, &SearchBar::pinToggled, this,
             [this](bool isPinned) { m_runtime.settings().setQuickSearchPinned(isPinned); });
@@ -218,6 +218,13 @@ void QuickSearchView::remove(const Narrowing& narrowing)
     field().setFocus(Qt::OtherFocusReason);
 }
 
+/// Another list than before: what was selected in it or scrolled to means nothing.
+void QuickSearchView::startAtTop()
+{
+    m_model.setSelectedIndex(0);
+    m_list->scrollToTop();
+}
+
 void QuickSearchView::openFilterMenu()
 {
     constexpr int kBelow = 6;
@@ -225,6 +232,8 @@ void QuickSearchView::openFilterMenu()
     SymbolButton& button = m_bar->filterButton();
     connect(menu, &FilterMenu::scopeChosen, &m_model, &ScreenshotSearchViewModel::setScope);
     connect(menu, &FilterMenu::sortChosen, &m_model, &ScreenshotSearchViewModel::setSort);
+    connect(menu, &FilterMenu::scopeChosen, this, &QuickSearchView::startAtTop);
+    connect(menu, &FilterMenu::sortChosen, this, &QuickSearchView::startAtTop);
     connect(menu, &QMenu::aboutToHide, &button, [&button] { button.setHeld(false); });
     button.setHeld(true);
     const QPoint corner = button.mapToGlobal(QPoint(button.width(), button.height() + kBelow));

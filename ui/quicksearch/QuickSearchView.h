@@ -14,6 +14,7 @@ class AppRuntime;
 class Banner;
 class DetailPane;
 class EmptyState;
+class Menu;
 class NarrowingChips;
 class PanelFooter;
 class ResultList;
@@ -22,6 +23,7 @@ class ScreenshotSearchViewModel;
 class SearchBar;
 class SearchField;
 class Theme;
+struct Narrowing;
 
 /// What the panel shows: search bar, chips, error banner, results beside the selected item, footer.
 class QuickSearchView : public QWidget {
@@ -56,8 +58,9 @@ private:
     void followSelection();
     void followNarrowing();
     void followEmptyState();
-    void remove(const struct Narrowing& narrowing);
-    void open(class Menu& menu, const QPoint& place);
+    void startAtTop();
+    void remove(const Narrowing& narrowing);
+    void open(Menu& menu, const QPoint& place);
     void openFilterMenu();
     void openRowMenu(int row, const QPoint& place);
 
