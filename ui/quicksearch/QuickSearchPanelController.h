@@ -67,7 +67,7 @@ private:
     bool m_isMonitoring = false; // keys
     bool m_isNavigatingResults = false;
     bool m_isUseDue = false; // once the rows are there
-    QTimer m_rest; // after hiding, until memory is given back
+    QTimer m_rest;           // after hiding, until memory is given back
 };
 
 } // namespace tessary
