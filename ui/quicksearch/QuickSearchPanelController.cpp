@@ -134,8 +134,8 @@ void QuickSearchPanelController::panelBecameKey()
 
 void QuickSearchPanelController::panelResignedKey()
 {
-    if (QApplication::activePopupWidget() != nullptr || !m_isShown)
-        return; // one of our own menus is open
+    if (QApplication::activePopupWidget() != nullptr || m_panel->isMoving() || !m_isShown)
+        return; // one of our own menus is open, or the panel is being dragged
     if (!m_runtime.settings().quickSearchPinned())
         hide();
 }
