@@ -58,10 +58,8 @@ QuickSearchPanelController::QuickSearchPanelController(AppRuntime& runtime, cons
             &QuickSearchPanelController::panelResignedKey);
     connect(m_panel.get(), &KeyableSearchPanel::resized, this, &QuickSearchPanelController::panelResized);
     connect(m_panel.get(), &KeyableSearchPanel::closing, this, &QuickSearchPanelController::hide);
-    connect(m_panel.get(), &KeyableSearchPanel::bodyPlaced, this, [this](const QRect& body) {
-        if (m_panel->isComposited())
-            m_effects.setInputRegion(m_panel->winId(), body, m_panel->devicePixelRatioF());
-    });
+    connect(m_panel.get(), &KeyableSearchPanel::bodyPlaced, this,
+            &QuickSearchPanelController::leaveShadowAlone);
     connect(&m_view->field(), &QLineEdit::textEdited, this, [this] { m_isNavigatingResults = false; });
     m_panel->setComposited(m_effects.isComposited());
     m_model.scheduleRefresh(
@@ -127,8 +125,16 @@ void QuickSearchPanelController::position()
     m_panel->moveBody(place(screen->availableGeometry(), KeyableSearchPanel::kSize));
 }
 
+/// What the shadow lies on gets the clicks on it.
+void QuickSearchPanelController::leaveShadowAlone()
+{
+    if (m_panel->isComposited())
+        m_effects.setInputRegion(m_panel->winId(), m_panel->body().geometry(), m_panel->devicePixelRatioF());
+}
+
 void QuickSearchPanelController::panelBecameKey()
 {
+    leaveShadowAlone(); // once more: some window managers only hear of it once they manage the window
     Q_EMIT keyboardSettled();
 }
 

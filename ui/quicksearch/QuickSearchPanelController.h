@@ -51,6 +51,7 @@ private:
     bool handleKey(const QKeyEvent& event, bool hasCommand);
     void typeIntoField(const QKeyEvent& event);
     void moveSelection(int step);
+    void leaveShadowAlone();
     void panelBecameKey();
     void panelResignedKey();
     void panelResized();
