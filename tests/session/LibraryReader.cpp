@@ -58,7 +58,8 @@ std::vector<LibraryItem> LibraryReader::items() const
     constexpr const char* kQuery =
         "SELECT id, content_hash, filename, original_path, library_path, thumbnail_path, source_app_name, "
         "source_bundle_id, file_type, content_text, pixel_width, pixel_height, file_size, duplicate_count, "
-        "content_type, captured_at, last_used_at FROM screenshots ORDER BY captured_at, rowid";
+        "content_type, captured_at, last_used_at, is_favorite, is_pinned, is_deleted FROM screenshots ORDER "
+        "BY captured_at, rowid";
     forEachRow(m_root + QStringLiteral("/Tessary.metadata.sqlite3"), kQuery, [&](sqlite3_stmt* row) {
         LibraryItem item;
         QString* const texts[] = {&item.id,           &item.contentHash,      &item.filename,
@@ -73,7 +74,9 @@ std::vector<LibraryItem> LibraryReader::items() const
         for (qint64* number : numbers)
             *number = sqlite3_column_int64(row, column++);
         item.capturedAt = sqlite3_column_double(row, column++);
-        item.lastUsedAt = sqlite3_column_double(row, column);
+        item.lastUsedAt = sqlite3_column_double(row, column++);
+        for (bool* state : {&item.isFavorite, &item.isPinned, &item.isDeleted})
+            *state = sqlite3_column_int(row, column++) != 0;
         items.push_back(std::move(item));
     });
     return items;

@@ -27,6 +27,9 @@ struct LibraryItem {
     qint64 contentType = 0; ///< 0 image, 1 text
     double capturedAt = 0;  ///< Seconds since 1970.
     double lastUsedAt = 0;  ///< Seconds since 1970; 0 when absent.
+    bool isFavorite = false;
+    bool isPinned = false;
+    bool isDeleted = false;
 };
 
 /// Reads the databases of a library that a running program writes, without ever changing them.

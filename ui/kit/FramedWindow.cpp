@@ -3,6 +3,7 @@
 #include "ui/kit/RoundedMask.h"
 #include "ui/kit/Theme.h"
 
+#include <QApplication>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QWindow>
@@ -126,8 +127,24 @@ void FramedWindow::paintEvent(QPaintEvent*)
 
 void FramedWindow::mousePressEvent(QMouseEvent* event)
 {
-    if (event->button() == Qt::LeftButton && windowHandle() != nullptr)
-        windowHandle()->startSystemMove();
+    m_grip = event->button() == Qt::LeftButton ? std::optional(event->pos()) : std::nullopt;
+}
+
+/// A mere click moves nothing: the window manager takes the keyboard while it moves a window.
+void FramedWindow::mouseMoveEvent(QMouseEvent* event)
+{
+    if (!m_grip || (event->pos() - *m_grip).manhattanLength() < QApplication::startDragDistance())
+        return;
+    m_grip.reset();
+    m_isMoving = windowHandle() != nullptr && windowHandle()->startSystemMove();
+}
+
+/// Some window managers take the keyboard while they move, and give it back; all give the pointer back.
+bool FramedWindow::event(QEvent* event)
+{
+    if (event->type() == QEvent::WindowActivate || event->type() == QEvent::Enter)
+        m_isMoving = false;
+    return QWidget::event(event);
 }
 
 } // namespace tessary

@@ -4,6 +4,8 @@
 
 #include <QWidget>
 
+#include <optional>
+
 namespace tessary {
 
 class Theme;
@@ -29,16 +31,21 @@ public:
     void moveBody(const QPoint& topLeft);
     [[nodiscard]] QRect bodyGeometry() const { return m_body->geometry().translated(pos()); }
 
+    /// Whether the window manager may have the keyboard because it moves the window.
+    [[nodiscard]] bool isMoving() const { return m_isMoving; }
+
 Q_SIGNALS:
     /// The part of the window that takes the pointer changed, as it is after showing; logical pixels.
     void bodyPlaced(const QRect& body);
 
 protected:
+    bool event(QEvent* event) override;
     [[nodiscard]] const Theme& theme() const { return m_theme; }
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void showEvent(QShowEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
 
 private:
     void layOut();
@@ -46,6 +53,8 @@ private:
     const Theme& m_theme;
     int m_radius;
     bool m_isComposited = false;
+    bool m_isMoving = false;
+    std::optional<QPoint> m_grip; // where an empty part was pressed
     QWidget* m_body;
     QWidget* m_edge; // on top of everything, where there is no shadow
     WindowShadow m_shadow;

@@ -58,10 +58,8 @@ QuickSearchPanelController::QuickSearchPanelController(AppRuntime& runtime, cons
             &QuickSearchPanelController::panelResignedKey);
     connect(m_panel.get(), &KeyableSearchPanel::resized, this, &QuickSearchPanelController::panelResized);
     connect(m_panel.get(), &KeyableSearchPanel::closing, this, &QuickSearchPanelController::hide);
-    connect(m_panel.get(), &KeyableSearchPanel::bodyPlaced, this, [this](const QRect& body) {
-        if (m_panel->isComposited())
-            m_effects.setInputRegion(m_panel->winId(), body, m_panel->devicePixelRatioF());
-    });
+    connect(m_panel.get(), &KeyableSearchPanel::bodyPlaced, this,
+            &QuickSearchPanelController::leaveShadowAlone);
     connect(m_view, &QuickSearchView::menuClosed, this, [this] {
         if (!m_panel->isActiveWindow())
             panelResignedKey();
@@ -132,15 +130,23 @@ void QuickSearchPanelController::position()
     m_panel->moveBody(place(screen->availableGeometry(), KeyableSearchPanel::kSize));
 }
 
+/// What the shadow lies on gets the clicks on it.
+void QuickSearchPanelController::leaveShadowAlone()
+{
+    if (m_panel->isComposited())
+        m_effects.setInputRegion(m_panel->winId(), m_panel->body().geometry(), m_panel->devicePixelRatioF());
+}
+
 void QuickSearchPanelController::panelBecameKey()
 {
+    leaveShadowAlone(); // once more: some window managers only hear of it once they manage the window
     Q_EMIT keyboardSettled();
 }
 
 void QuickSearchPanelController::panelResignedKey()
 {
-    if (QApplication::activePopupWidget() != nullptr || !m_isShown)
-        return; // one of our own menus is open
+    if (QApplication::activePopupWidget() != nullptr || m_panel->isMoving() || !m_isShown)
+        return; // one of our own menus is open, or the panel is being dragged
     if (!m_runtime.settings().quickSearchPinned())
         hide();
 }

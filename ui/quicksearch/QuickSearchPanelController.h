@@ -53,6 +53,7 @@ private:
     void moveSelection(int step);
     /// Uses the selected item of what has been typed, even where its rows are still to come.
     void useSelected(std::optional<bool> directPaste);
+    void leaveShadowAlone();
     void panelBecameKey();
     void panelResignedKey();
     void panelResized();

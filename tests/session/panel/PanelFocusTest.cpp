@@ -46,6 +46,44 @@ TEST_F(PanelFocusTest, AClickElsewhereHidesIt)
     EXPECT_TRUE(goes());
 }
 
+TEST_F(PanelFocusTest, AClickOnAnEmptyPartChangesNothing)
+{
+    startWithPanel();
+    openTarget();
+    ASSERT_TRUE(opensPanel());
+    const QPoint place(panelGeometry().center().x(), panelGeometry().bottom() - 60);
+    xdotool({QStringLiteral("mousemove"), QString::number(place.x()), QString::number(place.y()),
+             QStringLiteral("mousedown"), QStringLiteral("1"), QStringLiteral("sleep"), QStringLiteral("0.1"),
+             QStringLiteral("mouseup"), QStringLiteral("1")});
+    type(QStringLiteral("typing on"));
+    EXPECT_EQ(cutField(), QStringLiteral("typing on"));
+}
+
+TEST_F(PanelFocusTest, DraggingAnEmptyPartMovesItAndItKeepsTheKeyboard)
+{
+    startWithPanel();
+    openTarget();
+    ASSERT_TRUE(opensPanel());
+    const QRect before = panelGeometry();
+    const QPoint place(before.center().x(), before.bottom() - 60);
+    QStringList drag{QStringLiteral("mousemove"), QString::number(place.x()), QString::number(place.y()),
+                     QStringLiteral("mousedown"), QStringLiteral("1")};
+    for (int step = 0; step < 10; ++step)
+        drag += {QStringLiteral("mousemove_relative"),
+                 QStringLiteral("--"),
+                 QStringLiteral("8"),
+                 QStringLiteral("-4"),
+                 QStringLiteral("sleep"),
+                 QStringLiteral("0.02")};
+    xdotool(drag + QStringList{QStringLiteral("mouseup"), QStringLiteral("1")});
+    EXPECT_TRUE(eventually([&] { return isShown() && panelGeometry().x() > before.x() + 30; }));
+    ASSERT_TRUE(comes());
+    type(QStringLiteral("typing on"));
+    EXPECT_EQ(cutField(), QStringLiteral("typing on"));
+    clickTarget(); // and it still goes when it should
+    EXPECT_TRUE(goes());
+}
+
 TEST_F(PanelFocusTest, APinnedOneStaysWhenSomethingElseIsClicked)
 {
     set(QStringLiteral("quickSearchPinned=true"));

@@ -130,6 +130,23 @@ bool ScreenWindows::isTranslucent(xcb_window_t window) const
     return size && size->depth == kWithAlpha;
 }
 
+bool ScreenWindows::isManaged() const
+{
+    const QByteArray value = property(m_root, atom(m_x, "_NET_SUPPORTING_WM_CHECK"));
+    xcb_window_t check = XCB_WINDOW_NONE;
+    if (value.size() < static_cast<qsizetype>(sizeof check))
+        return false;
+    std::memcpy(&check, value.constData(), sizeof check);
+    return !property(check, atom(m_x, "_NET_WM_NAME")).isEmpty(); // a former one left its note
+}
+
+bool ScreenWindows::isComposited() const
+{
+    const XcbReply<xcb_get_selection_owner_reply_t> owner(xcb_get_selection_owner_reply(
+        m_x, xcb_get_selection_owner(m_x, atom(m_x, "_NET_WM_CM_S0")), nullptr));
+    return owner && owner->owner != XCB_WINDOW_NONE;
+}
+
 QImage ScreenWindows::picture(const QRect& area) const
 {
     const XcbReply<xcb_get_image_reply_t> reply(xcb_get_image_reply(

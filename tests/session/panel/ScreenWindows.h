@@ -35,6 +35,10 @@ public:
     [[nodiscard]] QByteArray title(xcb_window_t window) const;
     /// Whether the window has an alpha channel.
     [[nodiscard]] bool isTranslucent(xcb_window_t window) const;
+    /// Whether a window manager runs, and whether something puts the screen together from translucent
+    /// windows.
+    [[nodiscard]] bool isManaged() const;
+    [[nodiscard]] bool isComposited() const;
     /// What is to be seen there.
     [[nodiscard]] QImage picture(const QRect& area) const;
 
