@@ -29,17 +29,28 @@ QCoro::Task<ScreenshotRecord> whole(ScreenshotRecord record, SQLiteStore* store)
 
 PasteBack::PasteBack(Platform platform, WindowPresenter& windows) : m_platform(platform), m_windows(windows)
 {
-    connect(&platform.workspace, &Workspace::applicationActivated, this,
-            [this](const RunningApplication& application) {
-                if (!isOurs(application))
-                    m_lastOther = application;
-            });
+    connect(&platform.workspace, &Workspace::applicationActivated, this, &PasteBack::noteActivation);
+}
+
+/// News of windows are a little late: what came to the front just before the panel was asked for may be
+/// heard of only afterwards, but always before the panel itself.
+void PasteBack::noteActivation(const RunningApplication& application)
+{
+    if (isOurs(application)) {
+        m_expectsPanel = false;
+        return;
+    }
+    m_lastOther = application;
+    if (m_expectsPanel)
+        m_previousApplication = application;
 }
 
 void PasteBack::rememberPreviousApplication()
 {
     const std::optional<RunningApplication> frontmost = m_platform.workspace.frontmostApplication();
-    m_previousApplication = frontmost && isOurs(*frontmost) ? m_lastOther : frontmost;
+    const bool isOurWindow = frontmost && isOurs(*frontmost);
+    m_previousApplication = isOurWindow ? m_lastOther : frontmost;
+    m_expectsPanel = !isOurWindow;
 }
 
 QCoro::Task<PasteBack::Result> PasteBack::copy(ScreenshotRecord record, bool pasteIntoPreviousApplication,

@@ -38,6 +38,7 @@ public:
                                            SQLiteStore* store);
 
 private:
+    void noteActivation(const RunningApplication& application);
     QCoro::Task<Result> copyOnly(ScreenshotRecord record);
     QCoro::Task<Result> copyAndPaste(ScreenshotRecord record);
 
@@ -45,6 +46,7 @@ private:
     WindowPresenter& m_windows;
     std::optional<RunningApplication> m_previousApplication;
     std::optional<RunningApplication> m_lastOther; ///< In front most recently, apart from ourselves.
+    bool m_expectsPanel = false;                   ///< It was asked for and is not in front yet.
 };
 
 } // namespace tessary

@@ -131,6 +131,21 @@ TEST_F(PasteBackTest, PastesIntoTheProgramThatWasInFrontBeforeThePanel)
     EXPECT_EQ(changes, 1);
 }
 
+TEST_F(PasteBackTest, WhatCameToTheFrontJustBeforeThePanelCountsThoughItIsHeardOfLate)
+{
+    const RunningApplication kLater{QStringLiteral("Later"), QStringLiteral("later"), std::nullopt, 8, 80};
+    const RunningApplication kOurs{QStringLiteral("Tessary"), applicationIdentifier(), std::nullopt,
+                                   QCoreApplication::applicationPid(), 1};
+    const ScreenshotRecord record = stored(QStringLiteral("text"));
+    showPanelOver(std::nullopt);
+    workspace.activate(kEditor);
+    workspace.activate(kOurs);
+    workspace.activate(kLater); // the panel is pinned, and the person looks elsewhere
+    ASSERT_TRUE(eventually([&] { return workspace.frontmostApplication() == kLater; }));
+    copy(record, true);
+    EXPECT_EQ(workspace.activationRequests(), QList{kEditor});
+}
+
 TEST_F(PasteBackTest, AProgramThatHasQuitIsToldAndThePanelComesBack)
 {
     const ScreenshotRecord record = stored(QStringLiteral("text"));
