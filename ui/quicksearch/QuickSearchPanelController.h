@@ -2,6 +2,7 @@
 
 #include "search/ScreenshotSearchViewModel.h"
 
+#include <QBasicTimer>
 #include <QObject>
 #include <QPointer>
 #include <QTimer>
@@ -41,6 +42,7 @@ Q_SIGNALS:
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
+    void timerEvent(QTimerEvent* event) override;
 
 private:
     void position();
@@ -65,7 +67,8 @@ private:
     bool m_isShown = false;
     bool m_isMonitoring = false; // keys
     bool m_isNavigatingResults = false;
-    QTimer m_rest; // after hiding, until memory is given back
+    QBasicTimer m_settling; // until the panel has the keyboard, when nobody tells
+    QTimer m_rest;          // after hiding, until memory is given back
 };
 
 } // namespace tessary
