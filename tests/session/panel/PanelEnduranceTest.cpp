@@ -20,12 +20,12 @@ protected:
             ASSERT_TRUE(eventually([&] { return !screen.isVisible(panel); }));
         }
     }
-    /// Kilobytes that the program has to itself.
+    /// Kilobytes that the program has written. Pages of libraries are its own or not as others come and go.
     qint64 privateMemory()
     {
         const QString rollup =
             QString::fromLatin1(readFile(QStringLiteral("/proc/%1/smaps_rollup").arg(tessary().processId())));
-        static const QRegularExpression part(QStringLiteral("Private_\\w+:\\s+(\\d+)"));
+        static const QRegularExpression part(QStringLiteral("Private_Dirty:\\s+(\\d+)"));
         qint64 all = 0;
         for (const QRegularExpressionMatch& match : part.globalMatch(rollup))
             all += match.captured(1).toLongLong();
