@@ -11,6 +11,7 @@
 #include <QApplication>
 #include <QCursor>
 #include <QScreen>
+#include <QTimerEvent>
 #include <QVBoxLayout>
 #include <QWindow>
 
@@ -22,6 +23,7 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr auto kRestUntilRelease = 20s;
+constexpr int kSurelyKey = 50;    // milliseconds after showing
 constexpr double kFromTop = 0.12; // of the usable height
 constexpr double kStoredWidth = 780;
 
@@ -95,6 +97,16 @@ void QuickSearchPanelController::show()
     m_panel->raise();
     m_panel->activateWindow();
     m_effects.activate(m_panel->winId());
+    if (QGuiApplication::focusWindow() == m_panel->windowHandle()) // hidden a moment ago: no change for Qt
+        m_settling.start(kSurelyKey, this);
+}
+
+void QuickSearchPanelController::timerEvent(QTimerEvent* event)
+{
+    if (event->timerId() != m_settling.timerId())
+        return QObject::timerEvent(event);
+    m_settling.stop();
+    Q_EMIT keyboardSettled();
 }
 
 void QuickSearchPanelController::hide()

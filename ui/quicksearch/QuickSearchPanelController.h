@@ -2,6 +2,7 @@
 
 #include "search/ScreenshotSearchViewModel.h"
 
+#include <QBasicTimer>
 #include <QObject>
 #include <QPointer>
 #include <QTimer>
@@ -41,6 +42,7 @@ Q_SIGNALS:
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
+    void timerEvent(QTimerEvent* event) override;
 
 private:
     void position();
@@ -68,6 +70,7 @@ private:
     bool m_isMonitoring = false; // keys
     bool m_isNavigatingResults = false;
     bool m_isUseDue = false; // once the rows are there
+    QBasicTimer m_settling;  // until the panel has the keyboard, when nobody tells
     QTimer m_rest;           // after hiding, until memory is given back
 };
 

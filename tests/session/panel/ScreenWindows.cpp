@@ -2,8 +2,11 @@
 
 #include "platform/x11/XcbReply.h"
 
+#include <algorithm>
 #include <cstring>
 #include <string_view>
+
+#include <xcb/xtest.h>
 
 namespace tessary::testing {
 
@@ -86,15 +89,31 @@ std::optional<QRect> ScreenWindows::geometry(xcb_window_t window) const
 std::optional<ScreenWindows::Window> ScreenWindows::visible(const QByteArray& title) const
 {
     for (const xcb_window_t window : all()) {
-        const XcbReply<xcb_get_window_attributes_reply_t> attributes(
-            xcb_get_window_attributes_reply(m_x, xcb_get_window_attributes(m_x, window), nullptr));
-        if (!attributes || attributes->map_state != XCB_MAP_STATE_VIEWABLE ||
-            property(window, XCB_ATOM_WM_CLASS).isEmpty() || this->title(window) != title)
+        if (!isVisible(window) || property(window, XCB_ATOM_WM_CLASS).isEmpty() ||
+            this->title(window) != title)
             continue;
         if (const std::optional<QRect> place = geometry(window))
             return Window{window, *place};
     }
     return std::nullopt;
+}
+
+bool ScreenWindows::isVisible(xcb_window_t window) const
+{
+    const XcbReply<xcb_get_window_attributes_reply_t> attributes(
+        xcb_get_window_attributes_reply(m_x, xcb_get_window_attributes(m_x, window), nullptr));
+    return attributes && attributes->map_state == XCB_MAP_STATE_VIEWABLE;
+}
+
+void ScreenWindows::press(const std::vector<xcb_keycode_t>& keys) const
+{
+    const auto send = [this](uint8_t kind, xcb_keycode_t key) {
+        xcb_test_fake_input(m_x, kind, key, XCB_CURRENT_TIME, XCB_WINDOW_NONE, 0, 0, 0);
+    };
+    for (const xcb_keycode_t key : keys)
+        send(XCB_KEY_PRESS, key);
+    std::for_each(keys.rbegin(), keys.rend(), [&](xcb_keycode_t key) { send(XCB_KEY_RELEASE, key); });
+    xcb_flush(m_x);
 }
 
 bool ScreenWindows::hasKeyboard(xcb_window_t window) const

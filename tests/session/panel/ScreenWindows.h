@@ -26,6 +26,7 @@ public:
 
     /// The visible window with that title; nothing while there is none.
     [[nodiscard]] std::optional<Window> visible(const QByteArray& title) const;
+    [[nodiscard]] bool isVisible(xcb_window_t window) const;
     /// Every window, whoever made it.
     [[nodiscard]] int count() const;
     /// Whether the keyboard is that of the window, or of one inside it.
@@ -41,6 +42,9 @@ public:
     [[nodiscard]] bool isComposited() const;
     /// What is to be seen there.
     [[nodiscard]] QImage picture(const QRect& area) const;
+
+    /// Presses the keys in that order and lets go of them in the opposite one.
+    void press(const std::vector<xcb_keycode_t>& keys) const;
 
     /// From now on counts how often the window comes and goes.
     void follow(xcb_window_t window);
