@@ -1,11 +1,12 @@
 #include "tests/session/panel/ScreenWindows.h"
 
 #include <QElapsedTimer>
-#include <QThread>
 
 #include <algorithm>
+#include <chrono>
 #include <cstdio>
 #include <functional>
+#include <poll.h>
 
 namespace {
 
@@ -14,13 +15,21 @@ using tessary::testing::ScreenWindows;
 constexpr int kRuns = 15;
 const std::vector<xcb_keycode_t> kShortcut{37, 64, 65}; // Control, Alt, Space
 
+/// Between two looks at the screen, which has nobody to tell us.
+void waitBriefly(std::chrono::microseconds time)
+{
+    constexpr long kNanoseconds = 1000;
+    const timespec span{0, static_cast<long>(time.count()) * kNanoseconds};
+    ::ppoll(nullptr, 0, &span, nullptr);
+}
+
 double millisecondsUntil(const std::function<bool()>& condition)
 {
     constexpr qint64 kPatience = 5000;
     QElapsedTimer timer;
     timer.start();
     while (!condition() && timer.elapsed() < kPatience)
-        QThread::usleep(200);
+        waitBriefly(std::chrono::microseconds(200));
     return static_cast<double>(timer.nsecsElapsed()) / 1e6;
 }
 
@@ -30,7 +39,7 @@ void rest(ScreenWindows& screen, const QRect& area)
     constexpr int kQuiet = 40; // looks
     QImage last = screen.picture(area);
     for (int same = 0; same < kQuiet; ++same) {
-        QThread::msleep(10);
+        waitBriefly(std::chrono::milliseconds(10));
         const QImage now = screen.picture(area);
         if (now != last)
             same = 0;
