@@ -256,6 +256,7 @@ void AppRuntime::performLocalOCR()
 
 QCoro::Task<QList<ScreenshotRecord>> AppRuntime::search(ListRequest request, std::stop_token stop)
 {
+    const FlowSet::Stay stay(m_flows);
     if (!m_store)
         co_return {};
     co_return co_await m_store->search(request, stop);
@@ -263,6 +264,7 @@ QCoro::Task<QList<ScreenshotRecord>> AppRuntime::search(ListRequest request, std
 
 QCoro::Task<LibraryFacets> AppRuntime::facets()
 {
+    const FlowSet::Stay stay(m_flows);
     if (!m_store)
         co_return {};
     co_return co_await m_store->facets();

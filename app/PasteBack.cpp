@@ -10,6 +10,8 @@
 namespace tessary {
 namespace {
 
+constexpr double kLatestNews = 0.15; // seconds by which news of a window may be late
+
 bool isOurs(const RunningApplication& application)
 {
     return application.processIdentifier == QCoreApplication::applicationPid() ||
@@ -41,7 +43,7 @@ void PasteBack::noteActivation(const RunningApplication& application)
         return;
     }
     m_lastOther = application;
-    if (m_expectsPanel)
+    if (m_expectsPanel && m_platform.clock.now() < m_asked.addingSeconds(kLatestNews))
         m_previousApplication = application;
 }
 
@@ -51,6 +53,7 @@ void PasteBack::rememberPreviousApplication()
     const bool isOurWindow = frontmost && isOurs(*frontmost);
     m_previousApplication = isOurWindow ? m_lastOther : frontmost;
     m_expectsPanel = !isOurWindow;
+    m_asked = m_platform.clock.now();
 }
 
 QCoro::Task<PasteBack::Result> PasteBack::copy(ScreenshotRecord record, bool pasteIntoPreviousApplication,

@@ -47,6 +47,7 @@ private:
     std::optional<RunningApplication> m_previousApplication;
     std::optional<RunningApplication> m_lastOther; ///< In front most recently, apart from ourselves.
     bool m_expectsPanel = false;                   ///< It was asked for and is not in front yet.
+    Date m_asked;                                  ///< When it was asked for.
 };
 
 } // namespace tessary

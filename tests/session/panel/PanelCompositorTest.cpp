@@ -87,6 +87,7 @@ TEST_F(PanelCompositorTest, ItFollowsACompositorThatComesAndGoes)
     ASSERT_TRUE(goes());
     endManager();
     manage(true);
+    open(PasteTarget::Kind::Xterm, "first"); // the new window manager is at work
     ASSERT_TRUE(opensPanel());
     EXPECT_GT(panelGeometry().width(), kBody.width());
     EXPECT_TRUE(screen.isTranslucent(screen.visible(kPanel)->id));
@@ -94,6 +95,7 @@ TEST_F(PanelCompositorTest, ItFollowsACompositorThatComesAndGoes)
     ASSERT_TRUE(goes());
     endManager();
     manage(false);
+    open(PasteTarget::Kind::Xterm, "second");
     ASSERT_TRUE(opensPanel());
     EXPECT_EQ(panelGeometry(), place());
 }
