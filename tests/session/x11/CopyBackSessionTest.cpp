@@ -1,4 +1,5 @@
 #include "app/AppRuntime.h"
+#include "app/ApplicationIdentity.h"
 #include "app/WindowPresenter.h"
 #include "store/Projection.h"
 #include "store/RecordColumns.h"
@@ -85,6 +86,9 @@ TEST_F(CopyBackSessionTest, APickedItemArrivesWhereThePersonWas)
     ASSERT_TRUE(holdsOneItem(1));
     PasteTarget& target = open(PasteTarget::Kind::Gtk3, "target");
     runtime.toggleQuickSearch();
+    const RunningApplication ours{QStringLiteral("Tessary"), applicationIdentifier(), std::nullopt,
+                                  QCoreApplication::applicationPid(), 1};
+    Q_EMIT workspace.applicationActivated(ours); // as the panel does that another program plays here
     open(PasteTarget::Kind::Qt, "panel");
     await(runtime.copy(listed().first(), true));
     EXPECT_TRUE(arrives(target, QStringLiteral("picked")));
