@@ -1,3 +1,4 @@
+#include "bench/tools/KeptLibrary.h"
 #include "bench/tools/SampleLibrary.h"
 #include "store/SQLiteStore.h"
 
@@ -7,7 +8,6 @@
 #include <benchmark/benchmark.h>
 #include <qcoro/qcorotask.h>
 
-#include <map>
 
 /// What one page of a list costs, from the question on the main thread to the answer there, in libraries of
 /// the given number of items. They are made in the folder for temporary files unless
@@ -68,15 +68,6 @@ private:
     std::unique_ptr<SQLiteStore> m_store; // last: closes before the folder goes
 };
 
-Library& keptLibrary(qint64 items)
-{
-    static std::map<qint64, std::unique_ptr<Library>> kept;
-    std::unique_ptr<Library>& library = kept[items];
-    if (!library)
-        library = std::make_unique<Library>(items);
-    return *library;
-}
-
 void measure(benchmark::State& state, Library& library, const ListRequest& request)
 {
     qsizetype rows = 0;
@@ -87,7 +78,7 @@ void measure(benchmark::State& state, Library& library, const ListRequest& reque
 
 void list(benchmark::State& state, ScreenshotScope scope, ScreenshotSort sort, int offset)
 {
-    Library& library = keptLibrary(state.range(0));
+    Library& library = keptLibrary<Library>(state.range(0));
     ListRequest request = library.request(QString());
     request.scope = scope;
     request.sort = sort;
@@ -97,13 +88,13 @@ void list(benchmark::State& state, ScreenshotScope scope, ScreenshotSort sort, i
 
 void keyword(benchmark::State& state, const QString& text)
 {
-    Library& library = keptLibrary(state.range(0));
+    Library& library = keptLibrary<Library>(state.range(0));
     measure(state, library, library.request(text));
 }
 
 void facets(benchmark::State& state)
 {
-    Library& library = keptLibrary(state.range(0));
+    Library& library = keptLibrary<Library>(state.range(0));
     for (auto _ : state)
         benchmark::DoNotOptimize(QCoro::waitFor(library.store().facets()));
 }

@@ -1,3 +1,4 @@
+#include "bench/tools/KeptLibrary.h"
 #include "bench/tools/SampleLibrary.h"
 #include "store/SQLiteStore.h"
 
@@ -7,7 +8,6 @@
 #include <benchmark/benchmark.h>
 #include <qcoro/qcorotask.h>
 
-#include <map>
 
 /// What the library's changes cost, each with all its commits, in libraries of the given number of items.
 /// They lie in the folder for temporary files, which TMPDIR moves to the disk in question.
@@ -49,15 +49,6 @@ public:
     std::unique_ptr<SQLiteStore> store; // last: closes before the folder goes
 };
 
-Library& keptLibrary(qint64 items)
-{
-    static std::map<qint64, std::unique_ptr<Library>> kept;
-    std::unique_ptr<Library>& library = kept[items];
-    if (!library)
-        library = std::make_unique<Library>(items);
-    return *library;
-}
-
 QCoro::Task<bool> insertAll(SQLiteStore& store, QList<ScreenshotRecord> records)
 {
     bool allInserted = true;
@@ -97,7 +88,7 @@ void insertIntoEmpty(benchmark::State& state)
 
 void insert(benchmark::State& state)
 {
-    insertInto(state, keptLibrary(state.range(0)));
+    insertInto(state, keptLibrary<Library>(state.range(0)));
 }
 
 QCoro::Task<> registerOften(SQLiteStore& store, QString hash)
@@ -108,7 +99,7 @@ QCoro::Task<> registerOften(SQLiteStore& store, QString hash)
 
 void registerDuplicate(benchmark::State& state)
 {
-    Library& library = keptLibrary(state.range(0));
+    Library& library = keptLibrary<Library>(state.range(0));
     const ScreenshotRecord record = library.next();
     QCoro::waitFor(library.store->insert(record));
     const double before = writtenBytes();
@@ -121,7 +112,7 @@ void registerDuplicate(benchmark::State& state)
 /// At start-up, with nothing to mend.
 void reconcileEqual(benchmark::State& state)
 {
-    Library& library = keptLibrary(state.range(0));
+    Library& library = keptLibrary<Library>(state.range(0));
     for (auto _ : state)
         QCoro::waitFor(library.store->reconcileProjection());
 }
