@@ -69,6 +69,11 @@ QCoro::Task<QImage> FileImageCache::image(QString path, int maximumPixelSize)
     co_return decoded;
 }
 
+QCoro::Task<QImage> FileImageCache::sharedImage(QString path, int maximumPixelSize)
+{
+    return shared().image(std::move(path), maximumPixelSize);
+}
+
 QCoro::Task<QImage> FileImageCache::decode(QString path, int maximumPixelSize)
 {
     QImage result;

@@ -37,7 +37,9 @@ public:
     /// The file's picture, upright, its longer side at most `maximumPixelSize`; a null image when it cannot
     /// be had. That is not remembered: the next request tries again. Never throws.
     [[nodiscard]] QCoro::Task<QImage> image(QString path, int maximumPixelSize);
-    /// The same without the cache.
+    /// The same through the process's one cache, for views that take a loader.
+    [[nodiscard]] static QCoro::Task<QImage> sharedImage(QString path, int maximumPixelSize);
+    /// The same as `image` without the cache.
     [[nodiscard]] QCoro::Task<QImage> decode(QString path, int maximumPixelSize);
 
     [[nodiscard]] qsizetype count() const { return m_cache.count(); }

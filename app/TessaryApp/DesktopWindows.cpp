@@ -15,15 +15,6 @@
 Q_LOGGING_CATEGORY(lcWindows, "tessary.windows")
 
 namespace tessary {
-namespace {
-
-QCoro::Task<QImage> cachedImage(QString path, int maximumPixelSize)
-{
-    return FileImageCache::shared().image(std::move(path), maximumPixelSize);
-}
-
-} // namespace
-
 DesktopWindows::DesktopWindows(const DesktopAppearance& appearance, WindowEffects& effects)
     : m_appearance(appearance),
       m_effects(effects)
@@ -84,7 +75,7 @@ void DesktopWindows::showPreview(const ScreenshotRecord& record)
                                     [&](const auto& preview) { return preview->item() == record.id; });
     PreviewWindow* preview = found != m_previews.cend() ? found->data() : nullptr;
     if (preview == nullptr) {
-        preview = new PreviewWindow(m_theme, cachedImage, record);
+        preview = new PreviewWindow(m_theme, FileImageCache::sharedImage, record);
         preview->setAttribute(Qt::WA_DeleteOnClose);
         m_previews.append(preview);
     }

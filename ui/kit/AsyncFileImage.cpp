@@ -14,18 +14,6 @@ constexpr int kSpinnerStepMs = 80;
 constexpr int kSpinnerSpokes = 12;
 constexpr int kSpinnerSize = 16; // logical pixels
 
-/// A loader's error is as good as no image.
-QCoro::Task<QImage> loadedOrNothing(AsyncFileImage::Loader loader, QString path, int maximumPixelSize)
-{
-    QImage image;
-    try {
-        image = co_await loader(path, maximumPixelSize);
-    } catch (const std::exception&) {
-        image = QImage();
-    }
-    co_return image;
-}
-
 } // namespace
 
 AsyncFileImage::AsyncFileImage(Loader loader, QWidget* parent) : QWidget(parent), m_loader(std::move(loader))

@@ -1,13 +1,11 @@
 #pragma once
 
+#include "ui/kit/ImageLoader.h"
+
 #include <QBasicTimer>
 #include <QColor>
 #include <QImage>
 #include <QWidget>
-
-#include <qcoro/qcorotask.h>
-
-#include <functional>
 
 namespace tessary {
 
@@ -19,8 +17,7 @@ namespace tessary {
 class AsyncFileImage : public QWidget {
     Q_OBJECT
 public:
-    /// Brings a file's picture, its longer side at most that many pixels; a null image when it cannot be had.
-    using Loader = std::function<QCoro::Task<QImage>(QString path, int maximumPixelSize)>;
+    using Loader = ImageLoader;
 
     enum class State { Idle, Loading, Shown, Unavailable };
 

@@ -16,15 +16,6 @@ constexpr int kPadding = 20;
 constexpr int kThumbnailPixels = 480; // as large as they are made
 constexpr int kPixelStep = 128;       // so that a window that is being resized does not load it every time
 
-QCoro::Task<QImage> loadedOrNothing(AsyncFileImage::Loader loader, QString path)
-{
-    try {
-        co_return co_await loader(path, kThumbnailPixels);
-    } catch (const std::exception&) {
-        co_return QImage(); // nothing stands in
-    }
-}
-
 QSizeF fitted(const QSizeF& size, const QSizeF& room)
 {
     const bool isLarger = size.width() > room.width() || size.height() > room.height();
@@ -72,12 +63,13 @@ void PicturePreview::clear()
 
 void PicturePreview::loadStandIn(const QString& path)
 {
-    QCoro::connect(loadedOrNothing(m_loader, path), this, [this, ticket = m_ticket](const QImage& image) {
-        if (ticket != m_ticket || state() == State::Shown)
-            return;
-        m_standIn = image;
-        update();
-    });
+    QCoro::connect(loadedOrNothing(m_loader, path, kThumbnailPixels), this,
+                   [this, ticket = m_ticket](const QImage& image) {
+                       if (ticket != m_ticket || state() == State::Shown)
+                           return;
+                       m_standIn = image;
+                       update();
+                   });
 }
 
 QSize PicturePreview::room() const

@@ -29,11 +29,6 @@ namespace {
 
 constexpr int kPatience = 150; // milliseconds until something is seen to go on
 
-QCoro::Task<QImage> cachedImage(QString path, int maximumPixelSize)
-{
-    return FileImageCache::shared().image(std::move(path), maximumPixelSize);
-}
-
 } // namespace
 
 QuickSearchView::QuickSearchView(const Theme& theme, AppRuntime& runtime, ScreenshotSearchViewModel& model,
@@ -42,7 +37,7 @@ QuickSearchView::QuickSearchView(const Theme& theme, AppRuntime& runtime, Screen
       m_theme(theme),
       m_runtime(runtime),
       m_model(model),
-      m_tiles(cachedImage),
+      m_tiles(FileImageCache::sharedImage),
       m_rows(new ResultListModel(runtime.clock(), this)),
       m_bar(new SearchBar(theme)),
       m_chips(new NarrowingChips(theme)),
@@ -50,7 +45,7 @@ QuickSearchView::QuickSearchView(const Theme& theme, AppRuntime& runtime, Screen
       m_list(new ResultList(theme, *m_rows, m_tiles)),
       m_empty(new EmptyState(theme)),
       m_left(new QStackedWidget),
-      m_detail(new DetailPane(theme, m_tiles, cachedImage)),
+      m_detail(new DetailPane(theme, m_tiles, FileImageCache::sharedImage)),
       m_footer(new PanelFooter(theme))
 {
     layOut();

@@ -24,15 +24,6 @@ QPixmap whole(const QImage& image, int pixels)
     return QPixmap::fromImage(image.scaled(pixels, pixels, Qt::KeepAspectRatio, Qt::SmoothTransformation));
 }
 
-QCoro::Task<QImage> loadedOrNothing(TileImages::Loader loader, QString path, int maximumPixelSize)
-{
-    try {
-        co_return co_await loader(path, maximumPixelSize);
-    } catch (const std::exception&) {
-        co_return QImage(); // the tile shows its symbol
-    }
-}
-
 } // namespace
 
 TileImages::TileImages(Loader loader, QObject* parent)

@@ -1,13 +1,11 @@
 #pragma once
 
+#include "ui/kit/ImageLoader.h"
+
 #include <QCache>
 #include <QImage>
 #include <QObject>
 #include <QPixmap>
-
-#include <qcoro/qcorotask.h>
-
-#include <functional>
 
 namespace tessary {
 
@@ -15,8 +13,7 @@ namespace tessary {
 class TileImages : public QObject {
     Q_OBJECT
 public:
-    /// Brings a file's picture, its longer side at most that many pixels; a null image when it cannot be had.
-    using Loader = std::function<QCoro::Task<QImage>(QString path, int maximumPixelSize)>;
+    using Loader = ImageLoader;
     enum class Fit { Fill, Whole };
 
     explicit TileImages(Loader loader, QObject* parent = nullptr);

@@ -1,0 +1,16 @@
+#include "ui/kit/ImageLoader.h"
+
+namespace tessary {
+
+QCoro::Task<QImage> loadedOrNothing(ImageLoader loader, QString path, int maximumPixelSize)
+{
+    QImage image;
+    try {
+        image = co_await loader(path, maximumPixelSize);
+    } catch (const std::exception&) {
+        image = QImage();
+    }
+    co_return image;
+}
+
+} // namespace tessary
