@@ -102,7 +102,11 @@ void QuickSearchView::observeModel()
     connect(&m_model, &Model::resultsAppended, this, &QuickSearchView::followResults);
     connect(&m_model, &Model::hasMoreChanged, this, &QuickSearchView::followResults);
     connect(&m_model, &Model::selectedIndexChanged, this, &QuickSearchView::followSelection);
-    connect(&m_model, &Model::isSearchingChanged, this, &QuickSearchView::followEmptyState);
+    connect(&m_model, &Model::isSearchingChanged, this, [this] {
+        if (!m_model.isSearching())
+            followKeywords(); // another text may have found the same rows
+        followEmptyState();
+    });
 }
 
 void QuickSearchView::observeRuntime()
@@ -151,9 +155,14 @@ void QuickSearchView::releaseMemory()
     m_detail->clear();
 }
 
-void QuickSearchView::followResults()
+void QuickSearchView::followKeywords()
 {
     m_list->setKeywords(SearchQueryParser::parse(m_model.query(), Calendar::current()).keywords);
+}
+
+void QuickSearchView::followResults()
+{
+    followKeywords();
     m_rows->update(m_model.results(), m_model.hasMore());
     m_footer->setCount(m_model.results().size());
     followSelection();

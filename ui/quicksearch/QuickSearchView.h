@@ -54,6 +54,7 @@ private:
     void observeModel();
     void observeRuntime();
     void observeControls();
+    void followKeywords();
     void followResults();
     void followSelection();
     void followNarrowing();
