@@ -15,6 +15,7 @@
 Q_LOGGING_CATEGORY(lcWindows, "tessary.windows")
 
 namespace tessary {
+
 DesktopWindows::DesktopWindows(const DesktopAppearance& appearance, WindowEffects& effects)
     : m_appearance(appearance),
       m_effects(effects)

@@ -8,7 +8,6 @@
 #include <benchmark/benchmark.h>
 #include <qcoro/qcorotask.h>
 
-
 /// What one page of a list costs, from the question on the main thread to the answer there, in libraries of
 /// the given number of items. They are made in the folder for temporary files unless
 /// TESSARY_BENCH_LIBRARIES names a folder to keep them in; the one of a million only with

@@ -8,7 +8,6 @@
 #include <benchmark/benchmark.h>
 #include <qcoro/qcorotask.h>
 
-
 /// What the library's changes cost, each with all its commits, in libraries of the given number of items.
 /// They lie in the folder for temporary files, which TMPDIR moves to the disk in question.
 namespace tessary::bench {
