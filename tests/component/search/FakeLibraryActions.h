@@ -4,6 +4,7 @@
 #include "search/LibraryActions.h"
 #include "store/StoreError.h"
 
+#include <algorithm>
 #include <coroutine>
 #include <deque>
 
@@ -75,9 +76,12 @@ public:
     /// Lets everything that still waits or sleeps end, as the end of a test has to.
     void endAll()
     {
-        for (size_t i = 0; i < searches.size(); ++i)
-            if (searches.at(i).waiting)
-                resume(searches.at(i));
+        // Each looked up anew: who is resumed may search again.
+        const auto firstWaiting = [this] {
+            return std::ranges::find_if(searches, [](const Search& search) { return bool(search.waiting); });
+        };
+        for (auto found = firstWaiting(); found != searches.end(); found = firstWaiting())
+            resume(*found);
         areFacetsGated = false;
         if (facetsWaiting)
             answerFacets();
