@@ -53,7 +53,8 @@ QCoro::Task<> AppRuntime::start()
     co_await openLibrary();
     registerHotKeys();
     co_await reconcile();
-    Q_EMIT libraryChanged(); // lists that were asked for before there was a library
+    Q_EMIT libraryChanged(
+        {LibraryChange::Kind::Opened, {}}); // lists were asked for before there was a library
     co_await recoverImports();
     restartMonitoring();
     co_await purgeExpiredTrash();
@@ -111,7 +112,7 @@ QCoro::Task<> AppRuntime::recoverImports()
     };
     const bool hasChanged = co_await m_importer->recover(sourceAt);
     if (hasChanged)
-        Q_EMIT libraryChanged();
+        Q_EMIT libraryChanged({LibraryChange::Kind::Added, {}});
 }
 
 QCoro::Task<> AppRuntime::purgeExpiredTrash()
@@ -124,7 +125,7 @@ QCoro::Task<> AppRuntime::purgeExpiredTrash()
         const QList<ScreenshotRecord> purged = co_await m_store->purgeTrash(cutOff);
         if (!purged.isEmpty()) {
             co_await m_libraryFiles.removeFilesOf(purged);
-            Q_EMIT libraryChanged();
+            Q_EMIT libraryChanged({LibraryChange::Kind::Removed, {}});
         }
     } catch (const std::exception& error) {
         setLastError(tr("自动清理失败：") + localizedDescription(error));
@@ -282,7 +283,7 @@ QCoro::Task<> AppRuntime::copy(ScreenshotRecord record, bool pasteIntoPreviousAp
     if (!result.isOnPasteboard || !m_store)
         co_return;
     co_await m_store->markUsed(record.id, m_platform.clock.now());
-    Q_EMIT libraryChanged();
+    Q_EMIT libraryChanged({LibraryChange::Kind::Used, {record.id}});
 }
 
 void AppRuntime::preview(const ScreenshotRecord& record)
@@ -312,7 +313,7 @@ QCoro::Task<> AppRuntime::toggleFavorite(ScreenshotRecord record)
     if (!m_store)
         co_return;
     co_await m_store->setFavorite(record.id, !record.isFavorite);
-    Q_EMIT libraryChanged();
+    Q_EMIT libraryChanged({LibraryChange::Kind::Edited, {record.id}});
 }
 
 QCoro::Task<> AppRuntime::togglePinned(ScreenshotRecord record)
@@ -321,7 +322,7 @@ QCoro::Task<> AppRuntime::togglePinned(ScreenshotRecord record)
     if (!m_store)
         co_return;
     co_await m_store->setPinned(record.id, !record.isPinned);
-    Q_EMIT libraryChanged();
+    Q_EMIT libraryChanged({LibraryChange::Kind::Edited, {record.id}});
 }
 
 QCoro::Task<> AppRuntime::moveToTrash(ScreenshotRecord record)
@@ -330,7 +331,7 @@ QCoro::Task<> AppRuntime::moveToTrash(ScreenshotRecord record)
     if (!m_store)
         co_return;
     co_await m_store->moveToTrash(record.id, m_platform.clock.now());
-    Q_EMIT libraryChanged();
+    Q_EMIT libraryChanged({LibraryChange::Kind::Trashed, {record.id}});
 }
 
 QCoro::Task<> AppRuntime::saveMetadata(ScreenshotRecord record, QStringList tags, QString note)
@@ -339,7 +340,7 @@ QCoro::Task<> AppRuntime::saveMetadata(ScreenshotRecord record, QStringList tags
     if (!m_store)
         co_return;
     co_await m_store->updateMetadata(record.id, tags, note);
-    Q_EMIT libraryChanged();
+    Q_EMIT libraryChanged({LibraryChange::Kind::Edited, {record.id}});
 }
 
 // --- what is published ------------------------------------------------------

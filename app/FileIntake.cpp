@@ -53,8 +53,12 @@ QCoro::Task<> FileIntake::import(QString path, ScreenshotDirectoryMonitor::Repor
     const bool isInitial = report == ScreenshotDirectoryMonitor::Report::InitialScan;
     const CountDuplicate countDuplicate = isInitial ? CountDuplicate::No : CountDuplicate::Yes;
     try {
-        co_await m_importer.importFile(path, source, countDuplicate);
-        Q_EMIT libraryChanged();
+        const ScreenshotImporter::Record record =
+            co_await m_importer.importFile(path, source, countDuplicate);
+        if (record)
+            Q_EMIT libraryChanged({LibraryChange::Kind::Added, {record->id}});
+        else if (!isInitial)
+            Q_EMIT libraryChanged({LibraryChange::Kind::Repeated, {}});
     } catch (const std::exception& error) {
         Q_EMIT failed(tr("无法导入截图：") + localizedDescription(error));
     }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "capture/ScreenshotDirectoryMonitor.h"
+#include "search/LibraryChange.h"
 
 #include <qcoro/qcorotask.h>
 
@@ -25,7 +26,7 @@ public:
     void importDiscoveredFile(const QString& path, ScreenshotDirectoryMonitor::Report report);
 
 Q_SIGNALS:
-    void libraryChanged();
+    void libraryChanged(const tessary::LibraryChange& change);
     /// An import failed. @param message the sentence for the person.
     void failed(const QString& message);
 
