@@ -134,7 +134,8 @@ ScreenshotImporter::importImage(QByteArray bytes, std::optional<SourceApplicatio
             [path = source.path, bytes] { writeFileAtomically(path, bytes, Durability::Process); });
         bytes.clear();
         co_await writing;
-        record = co_await importSource(source, application, CountDuplicate::Yes);
+        const Taken taken = co_await importSource(source, application, CountDuplicate::Yes);
+        record = taken.record;
         if (record)
             co_await m_store.markUsed(record->id, m_clock.now());
     } catch (...) {
@@ -164,26 +165,37 @@ QCoro::Task<ScreenshotImporter::Record>
 ScreenshotImporter::importFile(QString path, std::optional<SourceApplicationSnapshot> source,
                                CountDuplicate countDuplicate)
 {
-    return importSource({path, path}, std::move(source), countDuplicate);
+    const Source file{path, path};
+    const Taken taken = co_await importSource(file, source, countDuplicate);
+    co_return taken.record;
 }
 
-QCoro::Task<ScreenshotImporter::Record>
+QCoro::Task<FileImport> ScreenshotImporter::takeFile(QString path,
+                                                     std::optional<SourceApplicationSnapshot> source,
+                                                     CountDuplicate countDuplicate)
+{
+    const Source file{path, path};
+    const Taken taken = co_await importSource(file, source, countDuplicate);
+    co_return FileImport{taken.outcome, taken.record ? taken.record->id : taken.knownId};
+}
+
+QCoro::Task<ScreenshotImporter::Taken>
 ScreenshotImporter::importSource(Source source, std::optional<SourceApplicationSnapshot> application,
                                  CountDuplicate countDuplicate)
 {
     const QString extension = extensionOf(source.path);
     if (!acceptedImageExtensions().contains(extension))
-        co_return std::nullopt;
+        co_return Taken{};
     co_await waitUntilStable(source.path);
     auto reading = m_lane.post([path = source.path] { return digestOfFile(path); });
     const FileDigest digest = co_await reading;
     auto entrance = m_hashes.enter(digest.hash);
     const KeyedGate::Pass pass = co_await entrance;
-    const bool isKnown = co_await m_store.contains(digest.hash);
-    if (isKnown) {
+    const std::optional<QUuid> knownId = co_await m_store.identifier(digest.hash);
+    if (knownId) {
         if (countDuplicate == CountDuplicate::Yes)
             co_await m_store.registerDuplicate(digest.hash, m_clock.now());
-        co_return std::nullopt;
+        co_return Taken{FileImport::Outcome::Known, knownId, {}};
     }
     ScreenshotRecord record;
     record.id = QUuid::createUuid();
@@ -195,7 +207,7 @@ ScreenshotImporter::importSource(Source source, std::optional<SourceApplicationS
     co_return co_await addImage(source, record, application);
 }
 
-QCoro::Task<ScreenshotImporter::Record>
+QCoro::Task<ScreenshotImporter::Taken>
 ScreenshotImporter::addImage(Source source, ScreenshotRecord record,
                              std::optional<SourceApplicationSnapshot> application)
 {
@@ -230,7 +242,10 @@ ScreenshotImporter::addImage(Source source, ScreenshotRecord record,
     record.ocrStatus = OCRStatus::Complete; // pictures are recognised on demand only
     record.contentType = ClipboardContentType::Image;
     const bool wasInserted = co_await insertOrDiscard(record);
-    co_return wasInserted ? Record(record) : std::nullopt;
+    if (wasInserted)
+        co_return Taken{FileImport::Outcome::Added, {}, record};
+    const std::optional<QUuid> knownId = co_await m_store.identifier(record.contentHash);
+    co_return Taken{FileImport::Outcome::Known, knownId, {}};
 }
 
 QCoro::Task<> ScreenshotImporter::discardFiles(QUuid id)
@@ -371,7 +386,8 @@ QCoro::Task<bool> ScreenshotImporter::recoverPicture(QString fileName,
     Record record;
     bool isDone = true;
     try {
-        record = co_await importSource(source, application, CountDuplicate::No);
+        const Taken taken = co_await importSource(source, application, CountDuplicate::No);
+        record = taken.record;
         if (record)
             co_await m_store.markUsed(record->id, m_clock.now());
     } catch (const FileError& error) {

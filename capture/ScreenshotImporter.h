@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/SerialLane.h"
+#include "capture/FileImport.h"
 #include "capture/ImportJournal.h"
 #include "capture/KeyedGate.h"
 #include "capture/SourceApplicationSnapshot.h"
@@ -36,6 +37,9 @@ public:
     /// @throws as above.
     [[nodiscard]] QCoro::Task<Record>
     importFile(QString path, std::optional<SourceApplicationSnapshot> source, CountDuplicate countDuplicate);
+    /// The same, and tells what came of it. @throws as above.
+    [[nodiscard]] QCoro::Task<FileImport>
+    takeFile(QString path, std::optional<SourceApplicationSnapshot> source, CountDuplicate countDuplicate);
 
     /// Once at start-up, before anything is imported: finishes or undoes what an earlier run left half done.
     /// Copied pictures whose temporary file is still there are imported, attributed by `sourceAt`.
@@ -49,14 +53,20 @@ private:
         QString path;
         QString nominalPath;
     };
+    /// What came of a picture.
+    struct Taken {
+        FileImport::Outcome outcome = FileImport::Outcome::NotAccepted;
+        std::optional<QUuid> knownId; // of the item that holds the content already
+        Record record;                // the new item
+    };
     QCoro::Task<> undoInterrupted();
     QCoro::Task<bool> recoverPicture(QString fileName, std::optional<SourceApplicationSnapshot> application);
     QCoro::Task<Record> importText(QString text, std::optional<SourceApplicationSnapshot> application);
     QCoro::Task<Record> importImage(QByteArray bytes, std::optional<SourceApplicationSnapshot> application);
-    QCoro::Task<Record> importSource(Source source, std::optional<SourceApplicationSnapshot> application,
-                                     CountDuplicate countDuplicate);
-    QCoro::Task<Record> addImage(Source source, ScreenshotRecord record,
-                                 std::optional<SourceApplicationSnapshot> application);
+    QCoro::Task<Taken> importSource(Source source, std::optional<SourceApplicationSnapshot> application,
+                                    CountDuplicate countDuplicate);
+    QCoro::Task<Taken> addImage(Source source, ScreenshotRecord record,
+                                std::optional<SourceApplicationSnapshot> application);
     QCoro::Task<> discardFiles(QUuid id);
     QCoro::Task<bool> insertOrDiscard(ScreenshotRecord record);
     QCoro::Task<> waitUntilStable(QString path);

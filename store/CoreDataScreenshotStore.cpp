@@ -121,6 +121,15 @@ bool CoreDataScreenshotStore::contains(const QString& contentHash)
                                       {contentHash}) > 0;
 }
 
+std::optional<QUuid> CoreDataScreenshotStore::identifier(const QString& contentHash)
+{
+    SQLiteStatement found =
+        m_connection.query("SELECT id FROM ScreenshotEntity WHERE contentHash = ?", {contentHash});
+    if (!found.step())
+        return std::nullopt;
+    return QUuid::fromString(found.text(0));
+}
+
 bool CoreDataScreenshotStore::containsRecord(const QUuid& id)
 {
     return m_connection.integerResult("SELECT count(*) FROM ScreenshotEntity WHERE id = ?",

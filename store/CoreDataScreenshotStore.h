@@ -17,6 +17,8 @@ public:
     explicit CoreDataScreenshotStore(const QString& path);
 
     [[nodiscard]] bool contains(const QString& contentHash);
+    /// The item that holds the content.
+    [[nodiscard]] std::optional<QUuid> identifier(const QString& contentHash);
     [[nodiscard]] bool containsRecord(const QUuid& id);
     /// @returns false, having changed nothing, when an item with that content hash exists.
     bool insert(const ScreenshotRecord& record);

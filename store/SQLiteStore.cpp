@@ -177,6 +177,13 @@ QCoro::Task<bool> SQLiteStore::contains(QString contentHash)
     co_return co_await work;
 }
 
+QCoro::Task<std::optional<QUuid>> SQLiteStore::identifier(QString contentHash)
+{
+    auto work =
+        m_lane.post([this, contentHash] { return m_databases->structuredStore().identifier(contentHash); });
+    co_return co_await work;
+}
+
 QCoro::Task<bool> SQLiteStore::containsRecord(QUuid id)
 {
     auto work = m_lane.post([this, id] { return m_databases->structuredStore().containsRecord(id); });

@@ -27,6 +27,8 @@ public:
     [[nodiscard]] static QString projectionPath(const QString& databasePath);
 
     [[nodiscard]] QCoro::Task<bool> contains(QString contentHash);
+    /// The item that holds the content, if any does.
+    [[nodiscard]] QCoro::Task<std::optional<QUuid>> identifier(QString contentHash);
     [[nodiscard]] QCoro::Task<bool> containsRecord(QUuid id);
     [[nodiscard]] QCoro::Task<std::optional<ScreenshotRecord>> record(QUuid id);
     /// @returns false, with neither store changed, when an item with that content is present already.
