@@ -95,6 +95,7 @@ private:
     QCoro::Task<> openLibrary();
     void installIntakes();
     QCoro::Task<> reconcile();
+    QCoro::Task<> watchFolder();
     QCoro::Task<> recoverImports();
     QCoro::Task<> purgeExpiredTrash();
     QCoro::Task<> updateHotKeys();
