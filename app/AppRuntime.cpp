@@ -8,13 +8,15 @@
 
 #include <QCoreApplication>
 #include <QLoggingCategory>
+#include <QTimer>
 
 Q_LOGGING_CATEGORY(lcRuntime, "tessary.runtime")
 
 namespace tessary {
 namespace {
 
-constexpr double kRecoveredDistance = 600; // seconds; the heartbeat of the history comes every 300
+constexpr std::chrono::seconds kPatience{1}; // at the end, with files that do not come
+constexpr double kRecoveredDistance = 600;   // seconds; the heartbeat of the history comes every 300
 
 } // namespace
 
@@ -145,6 +147,10 @@ QCoro::Task<> AppRuntime::shutDown()
 {
     stopMonitoring();
     m_flows.cancel();
+    QTimer patience; // a screenshot folder may hang: nobody waits for it for long
+    if (m_fileIntake)
+        connect(&patience, &QTimer::timeout, m_fileIntake.get(), &FileIntake::giveUp);
+    patience.start(kPatience);
     co_await m_flows.drained();
     co_await m_platform.pasteboard.handOver();
 }
@@ -178,6 +184,8 @@ QCoro::Task<> AppRuntime::watchFolder()
 void AppRuntime::stopMonitoring()
 {
     m_directoryMonitor.stop();
+    if (m_fileIntake)
+        m_fileIntake->forgetDiscovered();
     m_clipboardMonitor.stop();
     setMonitoring(false);
 }

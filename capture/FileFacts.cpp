@@ -18,9 +18,14 @@ Date dateOf(const statx_timestamp& time)
 
 FileFacts factsOf(const QString& path)
 {
-    constexpr unsigned kWanted = STATX_TYPE | STATX_SIZE | STATX_MTIME | STATX_BTIME;
+    return factsOf(QFile::encodeName(path));
+}
+
+FileFacts factsOf(const QByteArray& path)
+{
+    constexpr unsigned kWanted = STATX_TYPE | STATX_SIZE | STATX_MTIME | STATX_BTIME | STATX_INO;
     struct statx found {};
-    if (::statx(AT_FDCWD, QFile::encodeName(path).constData(), 0, kWanted, &found) != 0)
+    if (::statx(AT_FDCWD, path.constData(), 0, kWanted, &found) != 0)
         return {};
     FileFacts facts;
     if ((found.stx_mask & STATX_BTIME) != 0)
@@ -28,6 +33,8 @@ FileFacts factsOf(const QString& path)
     if ((found.stx_mask & STATX_MTIME) != 0)
         facts.modified = dateOf(found.stx_mtime);
     facts.size = static_cast<qint64>(found.stx_size);
+    facts.stamp = {found.stx_mtime.tv_sec * 1'000'000'000 + found.stx_mtime.tv_nsec, facts.size,
+                   found.stx_ino};
     facts.isRegular = S_ISREG(found.stx_mode);
     return facts;
 }

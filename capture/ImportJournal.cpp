@@ -19,7 +19,8 @@ constexpr QLatin1String kEntryPrefix(".importing-");
 void removeTemporaries(const QString& folder)
 {
     QDir directory(folder);
-    for (const QString& name : directory.entryList({QStringLiteral(".*.tmp")}, QDir::Files | QDir::Hidden))
+    for (const QString& name :
+         directory.entryList({QStringLiteral(".*.tmp")}, QDir::Files | QDir::Hidden | QDir::System))
         directory.remove(name);
 }
 
@@ -52,6 +53,15 @@ void ImportJournal::discard(const QUuid& id) const
     QFile::remove(m_paths.thumbnails + name + QStringLiteral("jpg"));
     QFile::remove(m_paths.appIcons + name + QStringLiteral("png"));
     end(id);
+}
+
+QString ImportJournal::linkTo(const QByteArray& target) const
+{
+    const QString path = m_paths.root + QStringLiteral("/.") +
+                         QUuid::createUuid().toString(QUuid::WithoutBraces) + QStringLiteral(".tmp");
+    if (::symlink(target.constData(), QFile::encodeName(path).constData()) != 0)
+        throw FileError::fromErrno(errno, path, FileError::Operation::Write);
+    return path;
 }
 
 QList<QUuid> ImportJournal::interrupted() const

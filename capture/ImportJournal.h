@@ -10,7 +10,7 @@ namespace tessary {
 
 /// Remembers on disk which items' files are being written, so that an import cut short by our death leaves
 /// nothing behind. An entry is an empty hidden file in the library's root. All functions block on the disk
-/// and may run on any thread, one at a time.
+/// and may run on any threads, one at a time for each item.
 class ImportJournal {
 public:
     explicit ImportJournal(AppPaths paths) : m_paths(std::move(paths)) {}
@@ -20,6 +20,10 @@ public:
     void end(const QUuid& id) const;
     /// Removes whatever files the item may have, and its entry.
     void discard(const QUuid& id) const;
+
+    /// Makes a name that a text can hold for a file whose own name is no text: a hidden temporary link, which
+    /// the caller removes. @returns its path. @throws FileError.
+    [[nodiscard]] QString linkTo(const QByteArray& target) const;
 
     /// What earlier runs had begun and not ended.
     [[nodiscard]] QList<QUuid> interrupted() const;

@@ -7,7 +7,6 @@
 #include "capture/FileFacts.h"
 #include "capture/TextTitle.h"
 
-#include <QBuffer>
 #include <QDir>
 #include <QFileInfo>
 #include <QLoggingCategory>
@@ -19,9 +18,6 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr int kThumbnailSize = 480; // pixels, the longer side
-constexpr double kThumbnailQuality = 0.78;
-constexpr int kIconSize = 128; // pixels
 constexpr int kStabilityRounds = 12;
 constexpr int kSteadyRounds = 2;
 constexpr auto kStabilityInterval = 250ms;
@@ -38,19 +34,28 @@ PreparedText prepare(const QString& text)
     return {contentHash(utf8), utf8.size(), titleOf(text)};
 }
 
+struct Copied {
+    FileFacts facts;   // of the source
+    FileDigest digest; // of the copy
+};
+
 /// @throws FileError.
-FileFacts copyOriginal(const QString& source, const QString& destination)
+Copied copyOriginal(const QString& source, const QString& destination)
 {
     copyFileAtomically(source, destination, Durability::PowerCut);
-    return factsOf(source);
+    return {factsOf(source), digestOfFile(destination)};
 }
 
-QByteArray pngOf(const QImage& image)
+/// What was read of a file, and which state of it that was at the earliest.
+struct SourceContent {
+    FileStamp stamp;
+    FileDigest digest;
+};
+
+SourceContent contentOf(const QString& path)
 {
-    QByteArray bytes;
-    QBuffer buffer(&bytes);
-    buffer.open(QIODevice::WriteOnly);
-    return image.save(&buffer, "PNG") ? bytes : QByteArray();
+    const FileStamp stamp = factsOf(path).stamp;
+    return {stamp, digestOfFile(path)};
 }
 
 void attribute(ScreenshotRecord& record, const std::optional<SourceApplicationSnapshot>& application)
@@ -72,10 +77,10 @@ ScreenshotImporter::ScreenshotImporter(AppPaths paths, SQLiteStore& store, Image
                                        ApplicationIcons& icons, Clock& clock)
     : m_paths(std::move(paths)),
       m_store(store),
-      m_imageCodec(imageCodec),
-      m_icons(icons),
       m_clock(clock),
       m_journal(m_paths),
+      m_pictures(m_paths, imageCodec, icons),
+      m_reader(std::make_shared<ExpendableLane>(QStringLiteral("tessary.import.reading"))),
       m_lane(QStringLiteral("tessary.import"))
 {
 }
@@ -114,7 +119,7 @@ ScreenshotImporter::importText(QString text, std::optional<SourceApplicationSnap
     record.contentType = ClipboardContentType::Text;
     record.textContent = text;
     attribute(record, application);
-    record.sourceAppIconPath = co_await saveAppIcon(application, record.id);
+    record.sourceAppIconPath = co_await m_pictures.saveAppIcon(application, record.id);
     record.capturedAt = m_clock.now();
     record.importedAt = record.capturedAt;
     const bool wasInserted = co_await insertOrDiscard(record);
@@ -149,12 +154,15 @@ ScreenshotImporter::importImage(QByteArray bytes, std::optional<SourceApplicatio
     co_return record;
 }
 
+ScreenshotImporter::Source ScreenshotImporter::ownSource(const QString& path) const
+{
+    return {path, path, m_reader, {}, false};
+}
+
 ScreenshotImporter::Source ScreenshotImporter::claimTemporary()
 {
     const QString name = clipboardImageName(m_clock.now().toDateTime());
-    Source source;
-    source.nominalPath = m_paths.root + QLatin1Char('/') + name;
-    source.path = source.nominalPath;
+    Source source = ownSource(m_paths.root + QLatin1Char('/') + name);
     for (int n = 2; m_temporaryPaths.contains(source.path); ++n)
         source.path = m_paths.root + QLatin1Char('/') + numberedImageName(name, n);
     m_temporaryPaths.append(source.path);
@@ -165,93 +173,180 @@ QCoro::Task<ScreenshotImporter::Record>
 ScreenshotImporter::importFile(QString path, std::optional<SourceApplicationSnapshot> source,
                                CountDuplicate countDuplicate)
 {
-    const Source file{path, path};
+    Source file = ownSource(path);
+    file.isForeign = true;
     const Taken taken = co_await importSource(file, source, countDuplicate);
     co_return taken.record;
 }
 
-QCoro::Task<FileImport> ScreenshotImporter::takeFile(QString path,
-                                                     std::optional<SourceApplicationSnapshot> source,
-                                                     CountDuplicate countDuplicate)
+QCoro::Task<TakenFile> ScreenshotImporter::takeFile(ForeignFile file,
+                                                    std::optional<SourceApplicationSnapshot> source,
+                                                    CountDuplicate countDuplicate)
 {
-    const Source file{path, path};
-    const Taken taken = co_await importSource(file, source, countDuplicate);
-    co_return FileImport{taken.outcome, taken.record ? taken.record->id : taken.knownId};
+    const QString path = QFile::decodeName(file.path);
+    Source reached{path, path, file.lane, file.giveUp, true};
+    const bool isText = QFile::encodeName(path) == file.path;
+    if (!isText) {
+        auto linking = m_lane.post([this, target = file.path] { return m_journal.linkTo(target); });
+        reached.path = co_await linking;
+    }
+    Taken taken;
+    std::exception_ptr failure;
+    try {
+        taken = co_await importSource(reached, source, countDuplicate);
+    } catch (...) {
+        failure = std::current_exception();
+    }
+    if (!isText) {
+        auto unlinking = m_lane.post([link = reached.path] { QFile::remove(link); });
+        co_await unlinking;
+    }
+    if (failure)
+        std::rethrow_exception(failure);
+    const std::optional<QUuid> id = taken.record ? taken.record->id : taken.knownId;
+    co_return TakenFile{{taken.outcome, id}, taken.stamp};
 }
 
 QCoro::Task<ScreenshotImporter::Taken>
 ScreenshotImporter::importSource(Source source, std::optional<SourceApplicationSnapshot> application,
                                  CountDuplicate countDuplicate)
 {
-    const QString extension = extensionOf(source.path);
+    Taken taken;
+    const QString extension = extensionOf(source.nominalPath);
     if (!acceptedImageExtensions().contains(extension))
-        co_return Taken{};
-    co_await waitUntilStable(source.path);
-    auto reading = m_lane.post([path = source.path] { return digestOfFile(path); });
-    const FileDigest digest = co_await reading;
-    auto entrance = m_hashes.enter(digest.hash);
-    const KeyedGate::Pass pass = co_await entrance;
-    const std::optional<QUuid> knownId = co_await m_store.identifier(digest.hash);
-    if (knownId) {
-        if (countDuplicate == CountDuplicate::Yes)
-            co_await m_store.registerDuplicate(digest.hash, m_clock.now());
-        co_return Taken{FileImport::Outcome::Known, knownId, {}};
+        co_return taken;
+    co_await waitUntilStable(source);
+    auto reading = source.lane->post([path = source.path] { return contentOf(path); }, source.giveUp);
+    const SourceContent content = co_await reading;
+    auto entrance = m_hashes.enter(content.digest.hash);
+    KeyedGate::Pass entered = co_await entrance;
+    auto pass = std::make_shared<KeyedGate::Pass>(std::move(entered));
+    taken.knownId = co_await countIfKnown(content.digest.hash, countDuplicate);
+    if (!taken.knownId) {
+        ScreenshotRecord record;
+        record.id = QUuid::createUuid();
+        record.contentHash = content.digest.hash;
+        record.filename = QFileInfo(source.nominalPath).fileName();
+        record.fileType = extension;
+        record.originalPath = source.nominalPath;
+        record.fileSize = content.digest.byteCount;
+        attribute(record, application);
+        taken = co_await addImage(source, record, application, countDuplicate, std::move(pass));
     }
-    ScreenshotRecord record;
-    record.id = QUuid::createUuid();
-    record.contentHash = digest.hash;
-    record.filename = QFileInfo(source.nominalPath).fileName();
-    record.fileType = extension;
-    record.originalPath = source.nominalPath;
-    record.fileSize = digest.byteCount;
-    co_return co_await addImage(source, record, application);
+    taken.outcome = taken.record ? FileImport::Outcome::Added : FileImport::Outcome::Known;
+    taken.stamp = content.stamp;
+    co_return taken;
+}
+
+QCoro::Task<std::optional<QUuid>> ScreenshotImporter::countIfKnown(QString hash,
+                                                                   CountDuplicate countDuplicate)
+{
+    const std::optional<QUuid> knownId = co_await m_store.identifier(hash);
+    if (knownId && countDuplicate == CountDuplicate::Yes)
+        co_await m_store.registerDuplicate(hash, m_clock.now());
+    co_return knownId;
 }
 
 QCoro::Task<ScreenshotImporter::Taken>
 ScreenshotImporter::addImage(Source source, ScreenshotRecord record,
-                             std::optional<SourceApplicationSnapshot> application)
+                             std::optional<SourceApplicationSnapshot> application,
+                             CountDuplicate countDuplicate, std::shared_ptr<KeyedGate::Pass> pass)
 {
-    const QSize size = co_await pixelSize(source.path);
-    record.pixelWidth = size.width();
-    record.pixelHeight = size.height();
     record.libraryPath =
         m_paths.originals + QLatin1Char('/') + identifierText(record.id) + QLatin1Char('.') + record.fileType;
     auto beginning = m_lane.post([this, id = record.id] { m_journal.begin(id); });
     co_await beginning;
-    auto thumbnail = createThumbnail(source.path, record.id); // made while the file is copied
-    FileFacts facts;
+    Taken taken;
+    std::exception_ptr failure;
+    try {
+        if (source.isForeign)
+            taken = co_await addForeign(source, record, application, countDuplicate, std::move(pass));
+        else
+            taken.record = co_await addOwn(source, record, application);
+    } catch (const Abandoned&) {
+        throw; // the thread that hangs may yet write there: the next start clears it away
+    } catch (...) {
+        failure = std::current_exception();
+    }
+    const bool isAdded = taken.record.has_value();
+    auto settling =
+        m_lane.post([this, isAdded, id = record.id] { isAdded ? m_journal.end(id) : m_journal.discard(id); });
+    co_await settling;
+    if (failure)
+        std::rethrow_exception(failure);
+    co_return taken;
+}
+
+QCoro::Task<ScreenshotImporter::Taken>
+ScreenshotImporter::addForeign(Source source, ScreenshotRecord record,
+                               std::optional<SourceApplicationSnapshot> application,
+                               CountDuplicate countDuplicate, std::shared_ptr<KeyedGate::Pass> pass)
+{
+    auto copying = source.lane->post(
+        [source, record] {
+            if (source.giveUp.stop_requested())
+                throw Abandoned();
+            return copyOriginal(source.path, record.libraryPath);
+        },
+        source.giveUp);
+    const Copied copied = co_await copying;
+    Taken taken;
+    if (copied.digest.hash != record.contentHash) { // it changed meanwhile: the copy is what counts
+        pass.reset();
+        auto entrance = m_hashes.enter(copied.digest.hash);
+        KeyedGate::Pass entered = co_await entrance;
+        pass = std::make_shared<KeyedGate::Pass>(std::move(entered));
+        taken.knownId = co_await countIfKnown(copied.digest.hash, countDuplicate);
+        if (taken.knownId)
+            co_return taken;
+        record.contentHash = copied.digest.hash;
+    }
+    record.fileSize = copied.digest.byteCount;
+    // Everything else is read from the copy: it stays as it is, and where it is.
+    const QSize size = co_await m_pictures.pixelSize(record.libraryPath, source.nominalPath);
+    record.pixelWidth = size.width();
+    record.pixelHeight = size.height();
+    record.thumbnailPath = co_await m_pictures.createThumbnail(record.libraryPath, record.id);
+    taken.record = co_await insertImage(record, copied.facts, application);
+    if (!taken.record)
+        taken.knownId = co_await m_store.identifier(record.contentHash);
+    co_return taken;
+}
+
+QCoro::Task<ScreenshotImporter::Record>
+ScreenshotImporter::addOwn(Source source, ScreenshotRecord record,
+                           std::optional<SourceApplicationSnapshot> application)
+{
+    const QSize size = co_await m_pictures.pixelSize(source.path, source.nominalPath);
+    record.pixelWidth = size.width();
+    record.pixelHeight = size.height();
+    auto thumbnail = m_pictures.createThumbnail(source.path, record.id); // made while the file is copied
+    Copied copied;
     std::exception_ptr failure;
     try {
         auto copying =
             m_lane.post([source, record] { return copyOriginal(source.path, record.libraryPath); });
-        facts = co_await copying;
+        copied = co_await copying;
     } catch (...) {
         failure = std::current_exception();
     }
     record.thumbnailPath = co_await thumbnail;
-    if (failure) {
-        co_await discardFiles(record.id);
+    if (failure)
         std::rethrow_exception(failure);
-    }
-    record.sourceAppIconPath = co_await saveAppIcon(application, record.id);
-    attribute(record, application);
-    record.importedAt = m_clock.now();
-    record.capturedAt = facts.created ? *facts.created : facts.modified.value_or(record.importedAt);
-    if (facts.size >= 0)
-        record.fileSize = facts.size;
-    record.ocrStatus = OCRStatus::Complete; // pictures are recognised on demand only
-    record.contentType = ClipboardContentType::Image;
-    const bool wasInserted = co_await insertOrDiscard(record);
-    if (wasInserted)
-        co_return Taken{FileImport::Outcome::Added, {}, record};
-    const std::optional<QUuid> knownId = co_await m_store.identifier(record.contentHash);
-    co_return Taken{FileImport::Outcome::Known, knownId, {}};
+    co_return co_await insertImage(record, copied.facts, application);
 }
 
-QCoro::Task<> ScreenshotImporter::discardFiles(QUuid id)
+QCoro::Task<ScreenshotImporter::Record>
+ScreenshotImporter::insertImage(ScreenshotRecord record, FileFacts facts,
+                                std::optional<SourceApplicationSnapshot> application)
 {
-    auto discarding = m_lane.post([this, id] { m_journal.discard(id); });
-    co_await discarding;
+    record.sourceAppIconPath = co_await m_pictures.saveAppIcon(application, record.id);
+    record.importedAt = m_clock.now();
+    record.capturedAt = facts.created ? *facts.created : facts.modified.value_or(record.importedAt);
+    record.ocrStatus = OCRStatus::Complete; // pictures are recognised on demand only
+    record.contentType = ClipboardContentType::Image;
+    const bool wasInserted = co_await m_store.insert(record);
+    co_return wasInserted ? Record(record) : std::nullopt;
 }
 
 QCoro::Task<bool> ScreenshotImporter::insertOrDiscard(ScreenshotRecord record)
@@ -271,13 +366,13 @@ QCoro::Task<bool> ScreenshotImporter::insertOrDiscard(ScreenshotRecord record)
     co_return wasInserted;
 }
 
-QCoro::Task<> ScreenshotImporter::waitUntilStable(QString path)
+QCoro::Task<> ScreenshotImporter::waitUntilStable(Source source)
 {
     qint64 previous = -1;
     qint64 size = -1;
     int steady = 0;
     for (int round = 0; round < kStabilityRounds; ++round) {
-        auto measuring = m_lane.post([path] { return fileSize(path); });
+        auto measuring = source.lane->post([path = source.path] { return fileSize(path); }, source.giveUp);
         size = co_await measuring;
         steady = size > 0 && size == previous ? steady + 1 : 0;
         if (steady == kSteadyRounds)
@@ -286,57 +381,7 @@ QCoro::Task<> ScreenshotImporter::waitUntilStable(QString path)
         co_await m_clock.sleep(kStabilityInterval);
     }
     if (size <= 0)
-        throw FileError(FileError::Case::ReadCorruptFile, path);
-}
-
-QCoro::Task<QSize> ScreenshotImporter::pixelSize(QString path)
-{
-    try {
-        co_return co_await m_imageCodec.pixelSize(path);
-    } catch (const ImageError& error) {
-        if (error.which() == ImageError::Case::NotAnImage)
-            throw FileError(FileError::Case::ReadCorruptFile, path);
-        // A picture that is too much for the decoder is still the person's picture.
-        qCWarning(lcImport, "the size of a picture could not be read: %s", error.what());
-    }
-    co_return QSize(0, 0);
-}
-
-QCoro::Task<std::optional<QString>> ScreenshotImporter::createThumbnail(QString source, QUuid id)
-{
-    const QString destination =
-        m_paths.thumbnails + QLatin1Char('/') + identifierText(id) + QStringLiteral(".jpg");
-    try {
-        co_await m_imageCodec.writeThumbnail(source, destination, kThumbnailSize, kThumbnailQuality);
-    } catch (const ImageError& error) {
-        qCWarning(lcImport, "no thumbnail: %s", error.what());
-        co_return std::nullopt;
-    }
-    co_return destination;
-}
-
-QCoro::Task<std::optional<QString>>
-ScreenshotImporter::saveAppIcon(std::optional<SourceApplicationSnapshot> application, QUuid id)
-{
-    if (!application || !application->bundleURL)
-        co_return std::nullopt;
-    const QImage icon = co_await m_icons.icon(*application->bundleURL, kIconSize);
-    if (icon.isNull())
-        co_return std::nullopt;
-    const QString path = m_paths.appIcons + QLatin1Char('/') + identifierText(id) + QStringLiteral(".png");
-    auto saving = m_lane.post([this, icon, path, id]() -> std::optional<QString> {
-        const QByteArray png = pngOf(icon);
-        if (png.isEmpty())
-            return std::nullopt;
-        try {
-            m_journal.begin(id);
-            writeFileAtomically(path, png, Durability::Process);
-        } catch (const FileError&) {
-            return std::nullopt; // an item without an icon is better than none
-        }
-        return path;
-    });
-    co_return co_await saving;
+        throw FileError(FileError::Case::ReadCorruptFile, source.nominalPath);
 }
 
 // --- after a crash ----------------------------------------------------------
@@ -380,8 +425,8 @@ QCoro::Task<> ScreenshotImporter::undoInterrupted()
 QCoro::Task<bool> ScreenshotImporter::recoverPicture(QString fileName,
                                                      std::optional<SourceApplicationSnapshot> application)
 {
-    const Source source{m_paths.root + QLatin1Char('/') + fileName,
-                        m_paths.root + QLatin1Char('/') + nominalImageName(fileName)};
+    Source source = ownSource(m_paths.root + QLatin1Char('/') + fileName);
+    source.nominalPath = m_paths.root + QLatin1Char('/') + nominalImageName(fileName);
     m_temporaryPaths.append(source.path);
     Record record;
     bool isDone = true;

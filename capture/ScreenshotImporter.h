@@ -1,13 +1,14 @@
 #pragma once
 
 #include "base/SerialLane.h"
+#include "capture/FileFacts.h"
 #include "capture/FileImport.h"
+#include "capture/ForeignFile.h"
 #include "capture/ImportJournal.h"
+#include "capture/ItemPictures.h"
 #include "capture/KeyedGate.h"
 #include "capture/SourceApplicationSnapshot.h"
-#include "platform/ApplicationIcons.h"
 #include "platform/Clock.h"
-#include "platform/ImageCodec.h"
 #include "store/AppPaths.h"
 #include "store/SQLiteStore.h"
 
@@ -17,6 +18,12 @@ namespace tessary {
 
 /// Whether content that the library holds already counts as captured once more.
 enum class CountDuplicate { No, Yes };
+
+/// What came of a file, and which state of it was read.
+struct TakenFile {
+    FileImport import;
+    FileStamp stamp;
+};
 
 /// Turns one captured thing into at most one new item of the library. To be called on the main thread; file
 /// work happens on its lane, so that imports go on while another waits for its file to be complete.
@@ -37,9 +44,12 @@ public:
     /// @throws as above.
     [[nodiscard]] QCoro::Task<Record>
     importFile(QString path, std::optional<SourceApplicationSnapshot> source, CountDuplicate countDuplicate);
-    /// The same, and tells what came of it. @throws as above.
-    [[nodiscard]] QCoro::Task<FileImport>
-    takeFile(QString path, std::optional<SourceApplicationSnapshot> source, CountDuplicate countDuplicate);
+    /// The same for a file under any name and on a file system that may hang, and tells what came of it.
+    /// The item is what the library's copy holds, should the file change meanwhile.
+    /// @throws as above; Abandoned when it was given up.
+    [[nodiscard]] QCoro::Task<TakenFile> takeFile(ForeignFile file,
+                                                  std::optional<SourceApplicationSnapshot> source,
+                                                  CountDuplicate countDuplicate);
 
     /// Once at start-up, before anything is imported: finishes or undoes what an earlier run left half done.
     /// Copied pictures whose temporary file is still there are imported, attributed by `sourceAt`.
@@ -52,12 +62,16 @@ private:
     struct Source {
         QString path;
         QString nominalPath;
+        std::shared_ptr<ExpendableLane> lane; // where it is read
+        std::stop_token giveUp;
+        bool isForeign = false; // not ours alone to change
     };
     /// What came of a picture.
     struct Taken {
         FileImport::Outcome outcome = FileImport::Outcome::NotAccepted;
         std::optional<QUuid> knownId; // of the item that holds the content already
         Record record;                // the new item
+        FileStamp stamp;              // of the file as it was read
     };
     QCoro::Task<> undoInterrupted();
     QCoro::Task<bool> recoverPicture(QString fileName, std::optional<SourceApplicationSnapshot> application);
@@ -65,25 +79,30 @@ private:
     QCoro::Task<Record> importImage(QByteArray bytes, std::optional<SourceApplicationSnapshot> application);
     QCoro::Task<Taken> importSource(Source source, std::optional<SourceApplicationSnapshot> application,
                                     CountDuplicate countDuplicate);
+    QCoro::Task<std::optional<QUuid>> countIfKnown(QString hash, CountDuplicate countDuplicate);
     QCoro::Task<Taken> addImage(Source source, ScreenshotRecord record,
-                                std::optional<SourceApplicationSnapshot> application);
-    QCoro::Task<> discardFiles(QUuid id);
+                                std::optional<SourceApplicationSnapshot> application,
+                                CountDuplicate countDuplicate, std::shared_ptr<KeyedGate::Pass> pass);
+    QCoro::Task<Taken> addForeign(Source source, ScreenshotRecord record,
+                                  std::optional<SourceApplicationSnapshot> application,
+                                  CountDuplicate countDuplicate, std::shared_ptr<KeyedGate::Pass> pass);
+    QCoro::Task<Record> addOwn(Source source, ScreenshotRecord record,
+                               std::optional<SourceApplicationSnapshot> application);
+    QCoro::Task<Record> insertImage(ScreenshotRecord record, FileFacts facts,
+                                    std::optional<SourceApplicationSnapshot> application);
     QCoro::Task<bool> insertOrDiscard(ScreenshotRecord record);
-    QCoro::Task<> waitUntilStable(QString path);
-    QCoro::Task<QSize> pixelSize(QString path);
-    QCoro::Task<std::optional<QString>> createThumbnail(QString source, QUuid id);
-    QCoro::Task<std::optional<QString>> saveAppIcon(std::optional<SourceApplicationSnapshot> application,
-                                                    QUuid id);
+    QCoro::Task<> waitUntilStable(Source source);
+    [[nodiscard]] Source ownSource(const QString& path) const;
     [[nodiscard]] Source claimTemporary();
 
     AppPaths m_paths;
     SQLiteStore& m_store;
-    ImageCodec& m_imageCodec;
-    ApplicationIcons& m_icons;
     Clock& m_clock;
     ImportJournal m_journal;
     KeyedGate m_hashes;           // content being imported
     QStringList m_temporaryPaths; // in use by imports of copied pictures
+    ItemPictures m_pictures;
+    std::shared_ptr<ExpendableLane> m_reader; // of our own files
     SerialLane m_lane;
 };
 

@@ -8,6 +8,9 @@
 #include "platform/testing/FakeUserDefaults.h"
 #include "platform/testing/FakeWorkspace.h"
 #include "tests/component/capture/ImporterFixture.h"
+#include "tests/support/HungFolder.h"
+
+#include <sys/stat.h>
 
 namespace tessary {
 namespace {
@@ -28,6 +31,10 @@ protected:
                          [this](const QString& message) { failures.append(message); });
     }
     FileImport take(const QString& path) { return run(intake.importFile(QFile::encodeName(path))); }
+    void discoverAgain(const QString& path)
+    {
+        intake.importDiscoveredFile(QFile::encodeName(path), Report::Change);
+    }
     void discover(const QString& path, Report report = Report::Change)
     {
         intake.importDiscoveredFile(QFile::encodeName(path), report);
@@ -120,7 +127,100 @@ TEST_F(FileIntakeTest, WhatIsNoPictureFileIsNotAccepted)
     EXPECT_EQ(take(write(QStringLiteral("notes.txt"), "text")).outcome, Outcome::NotAccepted);
     ASSERT_TRUE(QDir().mkpath(folder.file(QStringLiteral("folder.png"))));
     EXPECT_EQ(take(folder.file(QStringLiteral("folder.png"))).outcome, Outcome::NotAccepted);
+    const QString pipe = folder.file(QStringLiteral("pipe.png"));
+    ASSERT_EQ(::mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
+    EXPECT_EQ(take(pipe).outcome, Outcome::NotAccepted);
     EXPECT_TRUE(changes.isEmpty());
+}
+
+TEST_F(FileIntakeTest, AScreenshotThatIsReportedAgainWhileItIsImportedIsOneCapture)
+{
+    const QString path = write(QStringLiteral("Screenshot.png"), "half");
+    discoverAgain(path);
+    discoverAgain(path);
+    ASSERT_TRUE(testing::eventually([&] { return clock.sleeping() == 1; }));
+    write(QStringLiteral("Screenshot.png"), "and the rest");
+    discoverAgain(path);
+    discoverAgain(path);
+    ASSERT_TRUE(settled());
+    ASSERT_EQ(listed().size(), 1);
+    EXPECT_EQ(listed().first().duplicateCount, 1);
+    EXPECT_EQ(contents(listed().first().libraryPath), "and the rest");
+    discover(path);
+    EXPECT_EQ(listed().first().duplicateCount, 1);
+    EXPECT_EQ(changes.size(), 1);
+}
+
+TEST_F(FileIntakeTest, AScreenshotThatChangedAfterItWasReadIsTakenAgain)
+{
+    const QString path = write(QStringLiteral("Screenshot.png"), "first");
+    discover(path);
+    write(QStringLiteral("Screenshot.png"), "second, longer");
+    discover(path);
+    EXPECT_EQ(listed().size(), 2);
+}
+
+TEST_F(FileIntakeTest, AScreenshotThatVanishesIsPassedOverInSilence)
+{
+    const QString path = write(QStringLiteral("Screenshot.png"), "pixels");
+    discoverAgain(path);
+    ASSERT_TRUE(testing::eventually([&] { return clock.sleeping() == 1; }));
+    ASSERT_TRUE(QFile::remove(path));
+    ASSERT_TRUE(settled());
+    discover(path);
+    EXPECT_TRUE(failures.isEmpty());
+    EXPECT_TRUE(listed().isEmpty());
+    EXPECT_TRUE(filesIn(paths.originals).isEmpty());
+    EXPECT_TRUE(strayFiles().isEmpty());
+}
+
+TEST_F(FileIntakeTest, NeverMoreThanSixtyFourDiscoveredFilesAreImportedAtOnce)
+{
+    for (int i = 0; i < 200; ++i)
+        discoverAgain(write(QStringLiteral("Screenshot %1.png").arg(i), QByteArray::number(i)));
+    int most = 0;
+    ASSERT_TRUE(testing::eventually([&] {
+        most = std::max(most, clock.sleeping());
+        if (clock.sleeping() == std::min(64, 200 - static_cast<int>(listed().size())))
+            letTimePass();
+        return flows.isEmpty();
+    }));
+    EXPECT_EQ(most, 64);
+    EXPECT_EQ(listed().size(), 200);
+}
+
+TEST_F(FileIntakeTest, WhatWaitsIsForgottenWhenTheFolderIsNoLongerWatched)
+{
+    for (int i = 0; i < 100; ++i)
+        discoverAgain(write(QStringLiteral("Screenshot %1.png").arg(i), QByteArray::number(i)));
+    intake.forgetDiscovered();
+    ASSERT_TRUE(settled());
+    EXPECT_EQ(listed().size(), 64);
+    for (int i = 0; i < 100; ++i)
+        discoverAgain(folder.file(QStringLiteral("Screenshot %1.png").arg(i)));
+    ASSERT_TRUE(settled());
+    EXPECT_EQ(listed().size(), 100);
+    EXPECT_EQ(changes.size(), 100) << "what was read is not read again";
+}
+
+TEST_F(FileIntakeTest, AFolderThatHangsHoldsUpNeitherAnotherOneNorTheEnd)
+{
+    ASSERT_TRUE(QDir().mkpath(folder.file(QStringLiteral("hung"))));
+    const testing::HungFolder hung(folder.file(QStringLiteral("hung")));
+    if (!hung.isHanging())
+        GTEST_SKIP() << "no file system that hangs can be mounted here: " << qPrintable(hung.reason());
+    discoverAgain(folder.file(QStringLiteral("hung/Screenshot 1.png")));
+    intake.forgetDiscovered();
+    discoverAgain(write(QStringLiteral("Screenshot 2.png"), "pixels"));
+    EXPECT_TRUE(testing::eventually([&] {
+        letTimePass();
+        return listed().size() == 1;
+    }));
+    EXPECT_EQ(take(write(QStringLiteral("named.png"), "more")).outcome, Outcome::Added);
+    EXPECT_FALSE(flows.isEmpty());
+    intake.giveUp();
+    EXPECT_TRUE(settled());
+    EXPECT_TRUE(failures.isEmpty());
 }
 
 TEST_F(FileIntakeTest, ANamedFileThatIsMissingOrBrokenIsAnErrorOfItsCaller)

@@ -60,6 +60,11 @@ protected:
     {
         return run(importer.importFile(path, std::nullopt, count));
     }
+    TakenFile takeFile(const QByteArray& path, std::stop_token giveUp = {})
+    {
+        const auto lane = std::make_shared<ExpendableLane>(QStringLiteral("test.reading"));
+        return run(importer.takeFile({path, lane, giveUp}, std::nullopt, CountDuplicate::Yes));
+    }
     QString write(const QString& name, const QByteArray& bytes)
     {
         QFile file(folder.file(name));
