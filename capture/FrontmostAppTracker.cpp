@@ -15,12 +15,29 @@ constexpr double kLookAhead = 2.0; // seconds
 constexpr auto kHeartbeat = 300s;
 constexpr qint64 kLargestLog = 16LL * 1024 * 1024; // far more than the samples that we keep can take
 
-QList<FrontmostAppSample> samplesIn(const QString& path)
+void dropFuture(QList<FrontmostAppSample>& samples, Date now)
+{
+    const Date latest = now.addingSeconds(kLookAhead);
+    samples.removeIf([&](const FrontmostAppSample& sample) { return sample.timestamp > latest; });
+}
+
+void prune(QList<FrontmostAppSample>& samples, Date now)
+{
+    const Date oldest = now.addingSeconds(-kLongestAge);
+    samples.removeIf([&](const FrontmostAppSample& sample) { return sample.timestamp < oldest; });
+    if (samples.size() > kMostSamples)
+        samples.remove(0, samples.size() - kMostSamples);
+}
+
+QList<FrontmostAppSample> samplesIn(const QString& path, Date now)
 {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly) || file.size() > kLargestLog)
         return {};
-    return decodeSamples(file.read(kLargestLog));
+    QList<FrontmostAppSample> samples = decodeSamples(file.read(kLargestLog));
+    dropFuture(samples, now);
+    prune(samples, now);
+    return samples;
 }
 
 } // namespace
@@ -29,9 +46,9 @@ QCoro::Task<std::unique_ptr<FrontmostAppTracker>>
 FrontmostAppTracker::open(QString logPath, Workspace& workspace, Clock& clock)
 {
     std::unique_ptr<FrontmostAppTracker> tracker(new FrontmostAppTracker(logPath, workspace, clock));
-    auto reading = tracker->m_persistenceQueue.post([logPath] { return samplesIn(logPath); });
+    auto reading =
+        tracker->m_persistenceQueue.post([logPath, now = clock.now()] { return samplesIn(logPath, now); });
     tracker->m_samples = co_await reading;
-    tracker->prune(clock.now());
     tracker->record(workspace.frontmostApplication(), clock.now(), Repeats::Dropped);
     tracker->observe();
     co_return tracker;
@@ -112,19 +129,12 @@ void FrontmostAppTracker::record(const std::optional<RunningApplication>& applic
     if (!application)
         return;
     const SourceApplicationSnapshot snapshot = SourceApplicationSnapshot::of(*application);
+    dropFuture(m_samples, at);
     if (repeats == Repeats::Dropped && !m_samples.isEmpty() && m_samples.constLast().application == snapshot)
         return;
     m_samples.append({at, snapshot});
-    prune(at);
+    prune(m_samples, at);
     persist();
-}
-
-void FrontmostAppTracker::prune(Date now)
-{
-    const Date oldest = now.addingSeconds(-kLongestAge);
-    m_samples.removeIf([&](const FrontmostAppSample& sample) { return sample.timestamp < oldest; });
-    if (m_samples.size() > kMostSamples)
-        m_samples.remove(0, m_samples.size() - kMostSamples);
 }
 
 void FrontmostAppTracker::persist()

@@ -14,6 +14,9 @@ namespace tessary {
 /// A short history, kept across restarts, of which application was in front when, so that a captured item
 /// can be attributed even when the capture is noticed a moment later. Main thread only; the log is read
 /// and written on a lane, and its failures are silent: the tracker then works from memory.
+///
+/// Samples that are ahead of the present were taken while the clock was wrong. They are dropped, since they
+/// would be mistaken for real ones once their time comes.
 class FrontmostAppTracker : public QObject {
     Q_OBJECT
 public:
@@ -45,7 +48,6 @@ private:
 
     void observe();
     void record(const std::optional<RunningApplication>& application, Date at, Repeats repeats);
-    void prune(Date now);
     void persist();
 
     QString m_logPath;

@@ -2,6 +2,7 @@
 
 #include "app/ApplicationIdentity.h"
 #include "app/WindowPresenter.h"
+#include "capture/FrontmostAppSample.h"
 #include "search/ScreenshotSearchViewModel.h"
 #include "store/Projection.h"
 #include "store/RecordColumns.h"
@@ -141,6 +142,20 @@ TEST_F(AppRuntimeTest, AScreenshotFolderThatHangsHoldsUpNeitherTheClipboardNorTh
     EXPECT_TRUE(copies(QStringLiteral("still recorded")));
     await(runtime->shutDown());
     runtime.reset();
+}
+
+TEST_F(AppRuntimeTest, WakingUpRecordsTheProgramInFrontAnew)
+{
+    start();
+    bringToFront(QStringLiteral("editor"));
+    const auto samples = [this] {
+        QFile log(root() + QStringLiteral("/FrontmostApps.json"));
+        return log.open(QIODevice::ReadOnly) ? decodeSamples(log.readAll()) : QList<FrontmostAppSample>();
+    };
+    ASSERT_TRUE(eventually([&] { return samples().size() == 1; }));
+    workspace.wake();
+    EXPECT_TRUE(eventually([&] { return samples().size() == 2; }));
+    EXPECT_EQ(samples().value(1).application, samples().value(0).application);
 }
 
 TEST_F(AppRuntimeTest, TogglingTwiceWatchesAgainWithTheCurrentSettings)

@@ -138,6 +138,82 @@ TEST_F(FrontmostAppTrackerTest, TakesTheNewestSampleBeforeElseTheEarliestWithinT
     EXPECT_EQ(nameAt(97.5, 1000), QString());
 }
 
+TEST_F(FrontmostAppTrackerTest, ALogFromTheFutureDoesNotStandInForThePresent)
+{
+    writeLog(encodeSamples({sample(now - 10, "browser"), sample(now + 86'400, "editor")}));
+    workspace.setFrontmost(program("editor"));
+    const auto tracker = open();
+    EXPECT_EQ(tracker->samples(), (QList{sample(now - 10, "browser"), sample(now, "editor")}));
+    EXPECT_EQ(tracker->latestApplication(QStringLiteral("editor"))->bundleIdentifier,
+              QStringLiteral("browser"));
+}
+
+TEST_F(FrontmostAppTrackerTest, AClockThatIsSetBackLeavesNoSamplesAheadOfIt)
+{
+    const auto tracker = open();
+    activate("editor");
+    clock.setNow(Date{now - 3600});
+    activate("browser");
+    EXPECT_EQ(tracker->samples(), QList{sample(now - 3600, "browser")});
+    clock.setNow(Date{now - 3601});
+    activate("editor"); // a second is within what may be looked ahead
+    EXPECT_EQ(tracker->samples(), (QList{sample(now - 3600, "browser"), sample(now - 3601, "editor")}));
+}
+
+TEST_F(FrontmostAppTrackerTest, WithTwoThousandSamplesTheNextOneDrivesOutTheOldest)
+{
+    QList<FrontmostAppSample> samples;
+    for (int i = 0; i < 2000; ++i)
+        samples.append(sample(now - 2000 + i, i % 2 == 0 ? "a" : "b"));
+    writeLog(encodeSamples(samples));
+    const auto tracker = open();
+    activate("c");
+    EXPECT_EQ(tracker->samples().size(), 2000);
+    EXPECT_EQ(tracker->samples().constFirst(), samples[1]);
+    EXPECT_EQ(tracker->samples().constLast(), sample(now, "c"));
+}
+
+TEST_F(FrontmostAppTrackerTest, AnOldSampleGoesWithTheNextRecord)
+{
+    const auto tracker = open();
+    activate("editor");
+    clock.advance(172'800s); // the heartbeat recorded as well
+    EXPECT_EQ(tracker->samples().constFirst(), sample(now, "editor"));
+    clock.advance(300s);
+    EXPECT_EQ(tracker->samples().constFirst(), sample(now + 300, "editor"));
+}
+
+TEST_F(FrontmostAppTrackerTest, AnythingButAWholeLogIsAnEmptyHistory)
+{
+    const QByteArray whole = encodeSamples({sample(now - 2, "a"), sample(now - 1, "b")});
+    for (qsizetype length = 0; length < whole.size(); ++length) {
+        writeLog(whole.first(length));
+        ASSERT_TRUE(open()->samples().isEmpty()) << length;
+    }
+    for (const char* log : {"{}", "null", "[1]", "[{\"timestamp\":\"1\",\"application\":{}}]",
+                            "[{\"timestamp\":1e999,\"application\":{}}]", "\xff\xfe\0[]"}) {
+        writeLog(log);
+        EXPECT_TRUE(open()->samples().isEmpty()) << log;
+    }
+}
+
+TEST_F(FrontmostAppTrackerTest, AHugeLogIsReadWithoutHoldingUpTheMainThread)
+{
+    QList<FrontmostAppSample> samples;
+    for (int i = 0; i < 160'000; ++i)
+        samples.append(sample(now - 172'000 + i, i % 2 == 0 ? "a long name of a program" : "another"));
+    const QByteArray log = encodeSamples(samples);
+    ASSERT_GT(log.size(), 14'000'000);
+    writeLog(log);
+    const auto tracker = open();
+    if (log.size() <= 16 * 1024 * 1024)
+        EXPECT_EQ(tracker->samples(), samples.last(2000));
+    else
+        EXPECT_TRUE(tracker->samples().isEmpty());
+    writeLog(log + QByteArray(16 * 1024 * 1024, ' '));
+    EXPECT_TRUE(open()->samples().isEmpty()) << "nobody keeps a log as large as this";
+}
+
 TEST_F(FrontmostAppTrackerTest, WithALogThatCannotBeWrittenItWorksFromMemory)
 {
     ASSERT_TRUE(QDir().mkpath(logPath()));
