@@ -83,6 +83,35 @@ TEST_F(AttributionTest, AWordCopiedInATerminalBelongsToTheTerminal)
     EXPECT_EQ(item.bundleIdentifier, QStringLiteral("debian-xterm"));
 }
 
+TEST_F(AttributionTest, AProgramWithoutADesktopFileIsKnownByItsWindows)
+{
+    start();
+    copyIn(QStringLiteral("SessionUnknown"), QStringLiteral("from somewhere"));
+    ASSERT_TRUE(holdsText(QStringLiteral("from somewhere")));
+    const LibraryItem item = *library().text(QStringLiteral("from somewhere"));
+    EXPECT_EQ(item.bundleIdentifier, QStringLiteral("SessionUnknown"));
+    EXPECT_EQ(item.appName, QStringLiteral("SessionUnknown"));
+}
+
+TEST_F(AttributionTest, WhileOurPanelIsInFrontACopyBelongsToTheProgramBeforeIt)
+{
+    start();
+    copyIn(QStringLiteral("SessionEditor"), QStringLiteral("from the editor"));
+    ASSERT_TRUE(holdsText(QStringLiteral("from the editor")));
+    const auto again = run(); // shows the panel of the first
+    ASSERT_EQ(again->exitCode(), 0);
+    const bool isInFront = eventually([&] {
+        ChildProcess asking(QStringLiteral("xdotool"),
+                            {QStringLiteral("getactivewindow"), QStringLiteral("getwindowpid")});
+        return asking.exitCode() == 0 && asking.output().trimmed() == QString::number(tessary().processId());
+    });
+    ASSERT_TRUE(isInFront);
+    copyText(QStringLiteral("by a script"));
+    ASSERT_TRUE(holdsText(QStringLiteral("by a script")));
+    EXPECT_EQ(library().text(QStringLiteral("by a script"))->bundleIdentifier,
+              QStringLiteral("session-editor"));
+}
+
 TEST_F(AttributionTest, NothingOfAnExcludedProgramIsStored)
 {
     writeSettings({QStringLiteral("excludedBundleIdentifiers=com.example.other, session-editor")});
