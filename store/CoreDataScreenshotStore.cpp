@@ -170,6 +170,16 @@ QList<ScreenshotRecord> CoreDataScreenshotStore::allRecords()
     return records;
 }
 
+QList<ScreenshotRecord> CoreDataScreenshotStore::page(const QUuid& after, int limit)
+{
+    SQLiteStatement rows = select("WHERE id > ? ORDER BY id LIMIT ?",
+                                  {after.isNull() ? QString() : identifierText(after), qint64{limit}});
+    QList<ScreenshotRecord> records;
+    while (rows.nextRow())
+        records.append(decode(rows));
+    return records;
+}
+
 QList<ScreenshotRecord> CoreDataScreenshotStore::trashed(Date olderThan)
 {
     SQLiteStatement rows = select("WHERE isDeleted = 1 AND deletedAt < ?", {sqliteValue(olderThan)});

@@ -28,6 +28,8 @@ public:
     [[nodiscard]] std::optional<ScreenshotRecord> record(const QUuid& id);
     [[nodiscard]] std::optional<ScreenshotRecord> record(const QString& contentHash);
     [[nodiscard]] QList<ScreenshotRecord> allRecords();
+    /// Up to `limit` items in the order of their identifiers, those after the given one.
+    [[nodiscard]] QList<ScreenshotRecord> page(const QUuid& after, int limit);
     /// What is in the trash since before the date.
     [[nodiscard]] QList<ScreenshotRecord> trashed(Date olderThan);
     /// @returns the item as it was; nothing for an unknown id.
