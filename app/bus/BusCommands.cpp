@@ -4,6 +4,7 @@
 #include "app/archive/ArchiveLayout.h"
 #include "app/bus/BusError.h"
 #include "app/bus/MemoryFile.h"
+#include "base/FileError.h"
 
 #include <QCoreApplication>
 #include <QFile>
@@ -104,18 +105,14 @@ QDBusUnixFileDescriptor openFile(const QString& path)
 
 } // namespace
 
-BusCommands::BusCommands(AppRuntime& runtime)
-    : m_runtime(runtime),
-      m_lane(QStringLiteral("tessary.bus"))
-{
-}
+BusCommands::BusCommands(AppRuntime& runtime) : m_runtime(runtime), m_lane(QStringLiteral("tessary.bus")) {}
 
 QCoro::Task<SQLiteStore*> BusCommands::library()
 {
     co_await m_runtime.opened();
     if (m_runtime.store() == nullptr || m_runtime.flows().stopToken().stop_requested())
-        throw BusError(BusError::Case::Failed,
-                       m_runtime.lastError().value_or(QCoreApplication::translate("Bus", "资料库未能打开。")));
+        throw BusError(BusError::Case::Failed, m_runtime.lastError().value_or(
+                                                   QCoreApplication::translate("Bus", "资料库未能打开。")));
     co_return m_runtime.store();
 }
 
@@ -150,7 +147,7 @@ BusCommands::Answer BusCommands::status()
         {QStringLiteral("accessibility"), m_runtime.accessibilityPermissionGranted()},
         {QStringLiteral("reminders"), m_runtime.reminderPermissionGranted()},
     };
-    co_return {status};
+    co_return QVariantList(1, status);
 }
 
 BusCommands::Answer BusCommands::setMonitoring(bool isMonitoring)
@@ -158,17 +155,15 @@ BusCommands::Answer BusCommands::setMonitoring(bool isMonitoring)
     co_await library();
     if (m_runtime.isMonitoring() != isMonitoring)
         m_runtime.toggleMonitoring();
-    co_return {};
+    co_return QVariantList();
 }
 
 BusCommands::Answer BusCommands::search(QString query, QVariantMap options)
 {
     ListRequest request;
     request.rawQuery = query;
-    request.scope =
-        named(options, QStringLiteral("scope"), kScreenshotScopes, ScreenshotScope::All);
-    request.sort =
-        named(options, QStringLiteral("sort"), kScreenshotSorts, ScreenshotSort::Relevance);
+    request.scope = named(options, QStringLiteral("scope"), kScreenshotScopes, ScreenshotScope::All);
+    request.sort = named(options, QStringLiteral("sort"), kScreenshotSorts, ScreenshotSort::Relevance);
     const int limit = number(options, QStringLiteral("limit"), kDefaultLimit);
     request.offset = number(options, QStringLiteral("offset"), 0);
     request.limit = std::min(limit, kMostItems);
@@ -176,8 +171,7 @@ BusCommands::Answer BusCommands::search(QString query, QVariantMap options)
     request.maximumTextLength = longest > 0 ? longest : kListText;
     request.now = m_runtime.clock().now();
     SQLiteStore* const store = co_await library();
-    QList<ScreenshotRecord> items =
-        co_await store->search(request, m_runtime.flows().stopToken());
+    QList<ScreenshotRecord> items = co_await store->search(request, m_runtime.flows().stopToken());
     const int found = static_cast<int>(items.size());
     if (longest == 0)
         items = co_await wholeItems(std::move(items));
@@ -222,8 +216,9 @@ QCoro::Task<QVariantList> BusCommands::lines(QList<ScreenshotRecord> items, int 
 BusCommands::Answer BusCommands::record(QString id)
 {
     const ScreenshotRecord found = co_await item(id);
-    const QVariantList answer = co_await lines({found}, 1);
-    co_return {answer.first()};
+    const QList<ScreenshotRecord> items(1, found);
+    const QVariantList answer = co_await lines(items, 1);
+    co_return answer.first(1);
 }
 
 BusCommands::Answer BusCommands::content(QString id)
@@ -237,7 +232,9 @@ BusCommands::Answer BusCommands::content(QString id)
         return file.handOut();
     });
     const QDBusUnixFileDescriptor content = co_await opening;
-    co_return {found.fileType, QVariant::fromValue(content)};
+    QVariantList answer{found.fileType};
+    answer.append(QVariant::fromValue(content));
+    co_return answer;
 }
 
 // --- changing ---------------------------------------------------------------
@@ -250,7 +247,7 @@ BusCommands::Answer BusCommands::copy(QString id, bool paste)
     const std::optional<QString> message = co_await m_runtime.copyOrExplain(found, paste);
     if (message)
         throw BusError(BusError::Case::Failed, *message);
-    co_return {};
+    co_return QVariantList();
 }
 
 BusCommands::Answer BusCommands::importFile(QByteArray path)
@@ -259,7 +256,9 @@ BusCommands::Answer BusCommands::importFile(QByteArray path)
         throw invalid(QStringLiteral("the path is not absolute"));
     co_await library();
     const FileImport result = co_await m_runtime.fileIntake()->importFile(path);
-    co_return {nameOf(result.outcome), result.id ? identifierText(*result.id) : QString()};
+    QVariantList answer{nameOf(result.outcome)};
+    answer.append(result.id ? identifierText(*result.id) : QString());
+    co_return answer;
 }
 
 BusCommands::Answer BusCommands::setTags(QString id, QStringList tags)
@@ -267,7 +266,7 @@ BusCommands::Answer BusCommands::setTags(QString id, QStringList tags)
     const ScreenshotRecord found = co_await item(id);
     co_await m_runtime.store()->setTags(found.id, cleaned(tags));
     Q_EMIT m_runtime.libraryChanged({LibraryChange::Kind::Edited, {found.id}});
-    co_return {};
+    co_return QVariantList();
 }
 
 BusCommands::Answer BusCommands::setNote(QString id, QString note)
@@ -275,7 +274,7 @@ BusCommands::Answer BusCommands::setNote(QString id, QString note)
     const ScreenshotRecord found = co_await item(id);
     co_await m_runtime.store()->setNote(found.id, note);
     Q_EMIT m_runtime.libraryChanged({LibraryChange::Kind::Edited, {found.id}});
-    co_return {};
+    co_return QVariantList();
 }
 
 BusCommands::Answer BusCommands::setFavorite(QString id, bool isFavorite)
@@ -283,7 +282,7 @@ BusCommands::Answer BusCommands::setFavorite(QString id, bool isFavorite)
     const ScreenshotRecord found = co_await item(id);
     if (found.isFavorite != isFavorite)
         co_await m_runtime.toggleFavorite(found);
-    co_return {};
+    co_return QVariantList();
 }
 
 BusCommands::Answer BusCommands::setPinned(QString id, bool isPinned)
@@ -291,7 +290,7 @@ BusCommands::Answer BusCommands::setPinned(QString id, bool isPinned)
     const ScreenshotRecord found = co_await item(id);
     if (found.isPinned != isPinned)
         co_await m_runtime.togglePinned(found);
-    co_return {};
+    co_return QVariantList();
 }
 
 BusCommands::Answer BusCommands::moveToTrash(QString id)
@@ -299,7 +298,7 @@ BusCommands::Answer BusCommands::moveToTrash(QString id)
     const ScreenshotRecord found = co_await item(id);
     if (!found.isDeleted)
         co_await m_runtime.moveToTrash(found);
-    co_return {};
+    co_return QVariantList();
 }
 
 // --- the whole library ------------------------------------------------------
@@ -312,7 +311,7 @@ BusCommands::Answer BusCommands::exportTo(QString folder)
     const QVariantMap summary{{QStringLiteral("items"), whole(exported.items)},
                               {QStringLiteral("files"), whole(exported.files)},
                               {QStringLiteral("missingFiles"), whole(exported.missingFiles)}};
-    co_return {summary};
+    co_return QVariantList(1, summary);
 }
 
 BusCommands::Answer BusCommands::restoreFrom(QString folder)
@@ -329,12 +328,13 @@ BusCommands::Answer BusCommands::restoreFrom(QString folder)
         Q_EMIT m_runtime.libraryChanged({LibraryChange::Kind::Added, {}});
     if (failure)
         std::rethrow_exception(failure);
-    const QVariantMap summary{{QStringLiteral("added"), whole(restored.added)},
-                              {QStringLiteral("repeated"), whole(restored.repeated)},
-                              {QStringLiteral("missingFiles"), whole(restored.missingFiles)},
-                              {QStringLiteral("unreadable"), whole(restored.unreadable)},
-                              {QStringLiteral("unreadableLines"), QVariant::fromValue(restored.unreadableLines)}};
-    co_return {summary};
+    const QVariantMap summary{
+        {QStringLiteral("added"), whole(restored.added)},
+        {QStringLiteral("repeated"), whole(restored.repeated)},
+        {QStringLiteral("missingFiles"), whole(restored.missingFiles)},
+        {QStringLiteral("unreadable"), whole(restored.unreadable)},
+        {QStringLiteral("unreadableLines"), QVariant::fromValue(restored.unreadableLines)}};
+    co_return QVariantList(1, summary);
 }
 
 } // namespace tessary

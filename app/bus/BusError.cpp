@@ -6,7 +6,8 @@
 namespace tessary {
 namespace {
 
-constexpr std::array kCases{BusError::Case::NotFound, BusError::Case::InvalidArgument, BusError::Case::Failed};
+constexpr std::array kCases{BusError::Case::NotFound, BusError::Case::InvalidArgument,
+                            BusError::Case::Failed};
 constexpr std::array kNames{"NotFound", "InvalidArgument", "Failed"};
 
 } // namespace

@@ -120,8 +120,8 @@ QVariantMap LibraryBusObject::Status()
     return {};
 }
 
-QDBusUnixFileDescriptor LibraryBusObject::Search(const QString& query, const QVariantMap& options, uint& count,
-                                                 bool& more)
+QDBusUnixFileDescriptor LibraryBusObject::Search(const QString& query, const QVariantMap& options,
+                                                 uint& count, bool& more)
 {
     count = 0;
     more = false;
@@ -193,18 +193,6 @@ QVariantMap LibraryBusObject::Export(const QString& folder)
 QVariantMap LibraryBusObject::Restore(const QString& folder)
 {
     answer([&](BusCommands& commands) { return commands.restoreFrom(folder); });
-    return {};
-}
-
-qlonglong LibraryBusObject::PurgeTrash(bool everything)
-{
-    answer([&](BusCommands& commands) { return commands.purgeTrash(everything); });
-    return 0;
-}
-
-QVariantMap LibraryBusObject::Usage()
-{
-    answer([](BusCommands& commands) { return commands.usage(); });
     return {};
 }
 

@@ -23,8 +23,8 @@ constexpr int kEndless = std::numeric_limits<int>::max();
 
 QDBusMessage methodCall(const QString& method, const QVariantList& arguments)
 {
-    QDBusMessage message = QDBusMessage::createMethodCall(applicationIdentifier(), busObjectPath(),
-                                                          busInterface(), method);
+    QDBusMessage message =
+        QDBusMessage::createMethodCall(applicationIdentifier(), busObjectPath(), busInterface(), method);
     message.setArguments(arguments);
     message.setAutoStartService(false); // started by us, in the session that we are called in
     return message;

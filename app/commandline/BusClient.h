@@ -35,7 +35,8 @@ public:
     [[nodiscard]] QDBusPendingCall begin(const QString& method, const QVariantList& arguments);
     /// Waits for the answer. @throws CommandError.
     static QVariantList result(QDBusPendingCall call);
-    /// Calls the slot, which takes the kind and the identifiers, at each change. @returns whether it is heard.
+    /// Calls the slot, which takes the kind and the identifiers, at each change. @returns whether it is
+    /// heard.
     [[nodiscard]] bool followChanges(QObject* receiver, const char* slot);
     [[nodiscard]] const QDBusConnection& bus() const { return m_bus; }
 

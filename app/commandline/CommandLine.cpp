@@ -91,7 +91,8 @@ CommandLine withoutVerb(const QByteArrayList& arguments)
         return request(CommandLine::Request::ShowHelp);
     if (word == "--background" && arguments.size() == 1)
         return request(CommandLine::Request::RunUnnoticed);
-    const QString what = word.startsWith('-') ? QStringLiteral("unknown option") : QStringLiteral("unknown verb");
+    const QString what =
+        word.startsWith('-') ? QStringLiteral("unknown option") : QStringLiteral("unknown verb");
     return misuse(nullptr, what + QStringLiteral(": ") + QString::fromUtf8(word));
 }
 
@@ -111,7 +112,8 @@ CommandLine CommandLine::parse(const QByteArrayList& arguments)
         return misuse(verb, QStringLiteral("expected: tessary %1 %2")
                                 .arg(QLatin1String(verb->word), QLatin1String(verb->operands)));
     if (verb->most != Verb::kAny && line.operands.size() > verb->most)
-        return misuse(verb, QStringLiteral("too much: %1").arg(QString::fromUtf8(line.operands.at(verb->most))));
+        return misuse(verb,
+                      QStringLiteral("too much: %1").arg(QString::fromUtf8(line.operands.at(verb->most))));
     return line;
 }
 
@@ -120,15 +122,17 @@ QString CommandLine::helpText()
     QString verbs;
     for (const Verb& verb : allVerbs()) {
         const QString usage = QLatin1String(verb.word) + QLatin1Char(' ') + QLatin1String(verb.operands);
-        verbs += QStringLiteral("  ") + usage.leftJustified(19) + QLatin1String(verb.summary) + QLatin1Char('\n');
+        verbs +=
+            QStringLiteral("  ") + usage.leftJustified(19) + QLatin1String(verb.summary) + QLatin1Char('\n');
     }
-    return QStringLiteral("Usage: tessary [OPTION]\n"
-                          "       tessary VERB [ARGUMENT...]\n"
-                          "\n"
-                          "Keeps a private, local library of what you copy and of your screenshots.\n"
-                          "Without a verb Tessary starts, or shows the panel of the one that runs. Verbs are\n"
-                          "carried out by the one that runs; where none does, it is started.\n"
-                          "\n") +
+    return QStringLiteral(
+               "Usage: tessary [OPTION]\n"
+               "       tessary VERB [ARGUMENT...]\n"
+               "\n"
+               "Keeps a private, local library of what you copy and of your screenshots.\n"
+               "Without a verb Tessary starts, or shows the panel of the one that runs. Verbs are\n"
+               "carried out by the one that runs; where none does, it is started.\n"
+               "\n") +
            verbs +
            QStringLiteral("\n"
                           "  --background       start, or leave the one that runs alone\n"

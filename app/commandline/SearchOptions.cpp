@@ -33,8 +33,9 @@ void takeName(const Options& options, const QByteArray& name, const Values& valu
     for (const auto value : values)
         known.append(rawValue(value));
     if (!known.contains(wanted))
-        throw CommandError(ExitStatus::WrongUse, QStringLiteral("--%1 takes one of %2")
-                                                     .arg(QString::fromUtf8(name), known.join(QLatin1Char(' '))));
+        throw CommandError(ExitStatus::WrongUse,
+                           QStringLiteral("--%1 takes one of %2")
+                               .arg(QString::fromUtf8(name), known.join(QLatin1Char(' '))));
     into.insert(QString::fromUtf8(name), wanted);
 }
 

@@ -8,10 +8,12 @@ namespace {
 constexpr VerbOption kScope{"scope", "SCOPE",
                             "all (the default), recentlyUsed, today, last7Days, last30Days, favorites,\n"
                             "landscape, portrait, largeImages, images, textItems or trash"};
-constexpr VerbOption kSort{"sort", "ORDER", "relevance (the default), newest, oldest, recentlyUsed or fileSize"};
+constexpr VerbOption kSort{"sort", "ORDER",
+                           "relevance (the default), newest, oldest, recentlyUsed or fileSize"};
 constexpr VerbOption kLimit{"limit", "N", "at most N items; 100 without it"};
 constexpr VerbOption kOffset{"offset", "N", "leave out the first N items"};
-constexpr VerbOption kJsonList{"json", nullptr, "print a JSON array of objects with every field of the items"};
+constexpr VerbOption kJsonList{"json", nullptr,
+                               "print a JSON array of objects with every field of the items"};
 constexpr VerbOption kJson{"json", nullptr, "print a JSON object"};
 constexpr VerbOption kJsonItem{"json", nullptr, "print the item with every field as a JSON object instead"};
 constexpr VerbOption kOutput{"output", "FILE", "write to FILE instead of standard output"};
@@ -24,44 +26,105 @@ constexpr std::array<Verb, 22> kVerbs{{
     {Name::Settings, "settings", "", 0, 0, "show the settings window", "", {}},
     {Name::Pause, "pause", "", 0, 0, "stop recording the clipboard and the screenshot folder", "", {}},
     {Name::Resume, "resume", "", 0, 0, "record again", "", {}},
-    {Name::Status, "status", "", 0, 0, "say how Tessary is doing",
-     "One line for each fact: its name, a tab, its value.", {&kJson}},
-    {Name::Search, "search", "[QUERY]", 0, Verb::kAny, "list the items that match what one would type",
+    {Name::Status,
+     "status",
+     "",
+     0,
+     0,
+     "say how Tessary is doing",
+     "One line for each fact: its name, a tab, its value.",
+     {&kJson}},
+    {Name::Search,
+     "search",
+     "[QUERY]",
+     0,
+     Verb::kAny,
+     "list the items that match what one would type",
      "QUERY is what one types into the panel: words, app:, tag:, before:, after:, is:. Several\n"
      "arguments are one query. Without one, everything is listed.\n"
      "One line for each item, with tabs between: id, local time of capture, image or text,\n"
      "application, title.",
      {&kScope, &kSort, &kLimit, &kOffset, &kJsonList}},
-    {Name::Show, "show", "ID", 1, 1, "print an item's content",
+    {Name::Show,
+     "show",
+     "ID",
+     1,
+     1,
+     "print an item's content",
      "A text is printed byte for byte. A picture's bytes go to FILE, or to standard output when\n"
      "that is no terminal.",
      {&kOutput, &kJsonItem}},
     {Name::Copy, "copy", "ID", 1, 1, "put an item on the clipboard", "", {}},
     {Name::Paste, "paste", "ID", 1, 1, "paste an item into the program that is in front", "", {}},
-    {Name::Import, "import", "FILE...", 1, Verb::kAny, "take picture files into the library",
+    {Name::Import,
+     "import",
+     "FILE...",
+     1,
+     Verb::kAny,
+     "take picture files into the library",
      "As if they appeared in the screenshot folder, under any name. One line for each file: added\n"
      "or known, the item's id and the file, with tabs between.",
      {}},
-    {Name::Tag, "tag", "ID [TAG...]", 1, Verb::kAny, "give an item these tags instead of those it has",
-     "Without a TAG the item has none afterwards.", {}},
-    {Name::Note, "note", "ID TEXT...", 2, Verb::kAny, "give an item this note instead of the one it has",
-     "Several arguments are one text; an empty one removes the note.", {}},
+    {Name::Tag,
+     "tag",
+     "ID [TAG...]",
+     1,
+     Verb::kAny,
+     "give an item these tags instead of those it has",
+     "Without a TAG the item has none afterwards.",
+     {}},
+    {Name::Note,
+     "note",
+     "ID TEXT...",
+     2,
+     Verb::kAny,
+     "give an item this note instead of the one it has",
+     "Several arguments are one text; an empty one removes the note.",
+     {}},
     {Name::Favorite, "favorite", "ID...", 1, Verb::kAny, "mark items as favourites", "", {}},
     {Name::Unfavorite, "unfavorite", "ID...", 1, Verb::kAny, "take that mark away", "", {}},
     {Name::Pin, "pin", "ID...", 1, Verb::kAny, "pin items to the top of every list", "", {}},
     {Name::Unpin, "unpin", "ID...", 1, Verb::kAny, "unpin items", "", {}},
     {Name::Trash, "trash", "ID...", 1, Verb::kAny, "move items to the trash", "", {}},
-    {Name::Export, "export", "FOLDER", 1, 1, "write the whole library into a folder",
+    {Name::Export,
+     "export",
+     "FOLDER",
+     1,
+     1,
+     "write the whole library into a folder",
      "FOLDER has to be new or empty. It gets items.jsonl, a JSON object with every field for each\n"
      "item, and the items' files in Originals, Thumbnails and App Icons.",
      {}},
-    {Name::Restore, "restore", "FOLDER", 1, 1, "add the items of an exported library",
-     "What the library holds already is passed over.", {}},
-    {Name::Purge, "purge", "", 0, 0, "remove for good what has been in the trash for long enough",
-     "That is for the number of days that the settings say.", {&kAll}},
-    {Name::Usage, "usage", "", 0, 0, "say how much the library holds and what it takes on the disk",
-     "One line for each fact: its name, a tab, its value. Sizes are in bytes.", {&kJson}},
-    {Name::Watch, "watch", "", 0, 0, "print a line for each change of the library",
+    {Name::Restore,
+     "restore",
+     "FOLDER",
+     1,
+     1,
+     "add the items of an exported library",
+     "What the library holds already is passed over.",
+     {}},
+    {Name::Purge,
+     "purge",
+     "",
+     0,
+     0,
+     "remove for good what has been in the trash for long enough",
+     "That is for the number of days that the settings say.",
+     {&kAll}},
+    {Name::Usage,
+     "usage",
+     "",
+     0,
+     0,
+     "say how much the library holds and what it takes on the disk",
+     "One line for each fact: its name, a tab, its value. Sizes are in bytes.",
+     {&kJson}},
+    {Name::Watch,
+     "watch",
+     "",
+     0,
+     0,
+     "print a line for each change of the library",
      "Local time, what happened (added, repeated, used, edited, trashed, removed, cleared), and the\n"
      "ids of the items where they are known, with tabs between; until interrupted.",
      {}},
@@ -72,7 +135,8 @@ QString optionHelp(const QString& head, const QString& text)
     constexpr int kColumn = 19;
     QString lines = QStringLiteral("  ") + head;
     lines = lines.leftJustified(kColumn);
-    return lines + QString(text).replace(QLatin1Char('\n'), QLatin1Char('\n') + QString(kColumn, QLatin1Char(' '))) +
+    return lines +
+           QString(text).replace(QLatin1Char('\n'), QLatin1Char('\n') + QString(kColumn, QLatin1Char(' '))) +
            QLatin1Char('\n');
 }
 

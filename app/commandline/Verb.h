@@ -46,11 +46,11 @@ struct Verb {
 
     Name name;
     const char* word;
-    const char* operands; ///< As the help shows them.
-    int fewest;           ///< How many operands it takes at least.
-    int most;             ///< And at most; `kAny` when there is no limit.
-    const char* summary;  ///< A line.
-    const char* details;  ///< Further lines, or empty.
+    const char* operands;                                ///< As the help shows them.
+    int fewest;                                          ///< How many operands it takes at least.
+    int most;                                            ///< And at most; `kAny` when there is no limit.
+    const char* summary;                                 ///< A line.
+    const char* details;                                 ///< Further lines, or empty.
     std::array<const VerbOption*, kMostOptions> options; ///< Null behind the last.
 };
 

@@ -192,7 +192,8 @@ ExitStatus VerbRunner::show(const CommandLine& line)
 {
     const QVariantList id{text(line.operands.first())};
     const bool asJson = line.options.contains("json");
-    const QVariantList answer = m_client.call(asJson ? QStringLiteral("Record") : QStringLiteral("Content"), id);
+    const QVariantList answer =
+        m_client.call(asJson ? QStringLiteral("Record") : QStringLiteral("Content"), id);
     const HandedInFile content = handedIn(answer, asJson ? 0 : 1);
     if (line.options.contains("output")) {
         content.saveTo(line.options.value("output"));
@@ -200,7 +201,8 @@ ExitStatus VerbRunner::show(const CommandLine& line)
     }
     const bool isText = asJson || answer.value(0).toString() == QLatin1String("text");
     if (!isText && ::isatty(STDOUT_FILENO) != 0)
-        throw CommandError(ExitStatus::Failed, QStringLiteral("a picture is not printed on a terminal; use --output FILE"));
+        throw CommandError(ExitStatus::Failed,
+                           QStringLiteral("a picture is not printed on a terminal; use --output FILE"));
     content.copyTo(STDOUT_FILENO);
     return ExitStatus::Done;
 }
@@ -254,8 +256,8 @@ ExitStatus VerbRunner::finishImport(const QByteArray& file, const std::optional<
 
 ExitStatus VerbRunner::exportTo(const QByteArray& folder)
 {
-    const QVariantList answer = m_client.call(QStringLiteral("Export"), {absoluteFolder(folder)},
-                                              BusClient::Patience::Endless);
+    const QVariantList answer =
+        m_client.call(QStringLiteral("Export"), {absoluteFolder(folder)}, BusClient::Patience::Endless);
     const QVariantMap summary = qdbus_cast<QVariantMap>(answer.value(0));
     print(ItemLines::facts(summary));
     if (number(summary, "missingFiles") > 0)
@@ -265,8 +267,8 @@ ExitStatus VerbRunner::exportTo(const QByteArray& folder)
 
 ExitStatus VerbRunner::restoreFrom(const QByteArray& folder)
 {
-    const QVariantList answer = m_client.call(QStringLiteral("Restore"), {absoluteFolder(folder)},
-                                              BusClient::Patience::Endless);
+    const QVariantList answer =
+        m_client.call(QStringLiteral("Restore"), {absoluteFolder(folder)}, BusClient::Patience::Endless);
     QVariantMap summary = qdbus_cast<QVariantMap>(answer.value(0));
     QStringList lines;
     for (const qint64 line : qdbus_cast<QList<qlonglong>>(summary.take(QStringLiteral("unreadableLines"))))

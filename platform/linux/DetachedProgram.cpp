@@ -62,8 +62,8 @@ DetachedProgram::DetachedProgram(const QString& path, const QByteArrayList& argu
     argv.push_back(nullptr);
     const CleanFiles files;
     const OwnSession session;
-    const int error = ::posix_spawn(&m_process, argv.front(), files.actions(), session.attributes(),
-                                    argv.data(), environ);
+    const int error =
+        ::posix_spawn(&m_process, argv.front(), files.actions(), session.attributes(), argv.data(), environ);
     if (error != 0)
         throw FileError::fromErrno(error, path, FileError::Operation::Read);
 }
