@@ -2,9 +2,12 @@
 
 #include "base/SerialLane.h"
 #include "store/AppPaths.h"
-#include "store/ScreenshotRecord.h"
+
+#include <QStringList>
 
 #include <qcoro/qcorotask.h>
+
+#include <optional>
 
 namespace tessary {
 
@@ -20,8 +23,11 @@ public:
     [[nodiscard]] QCoro::Task<AppPaths> prepare(const StandardFolders& folders);
     /// @returns the first of the paths at which there is a file.
     [[nodiscard]] QCoro::Task<std::optional<QString>> firstExisting(QStringList paths);
-    /// Removes the original, thumbnail and icon of each; what cannot be removed is passed over.
-    [[nodiscard]] QCoro::Task<> removeFilesOf(QList<ScreenshotRecord> records);
+    /// Removes those of the files that lie in the library's folders; what cannot be removed is passed over.
+    [[nodiscard]] QCoro::Task<> removeFiles(AppPaths paths, QStringList files);
+    /// Removes every entry of the folders of originals, thumbnails and icons, and copied pictures that wait
+    /// to become items. @throws FileError for the first that cannot be removed, once the others are gone.
+    [[nodiscard]] QCoro::Task<> removeAllFiles(AppPaths paths);
 
 private:
     SerialLane m_lane;
