@@ -69,8 +69,10 @@ LibraryFiles::LibraryFiles() : m_lane(QStringLiteral("tessary.files")) {}
 
 QCoro::Task<AppPaths> LibraryFiles::prepare(const StandardFolders& folders)
 {
-    auto preparing = m_lane.post([&folders] {
+    auto preparing = m_lane.post([this, &folders] {
         AppPaths paths = AppPaths::live(folders);
+        if (!m_lock)
+            m_lock = std::make_unique<LibraryLock>(paths.root);
         ImportJournal(paths).sweepRoot(); // now, before anything of ours writes there
         return paths;
     });

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/LibraryLock.h"
 #include "base/SerialLane.h"
 #include "store/AppPaths.h"
 
@@ -7,6 +8,7 @@
 
 #include <qcoro/qcorotask.h>
 
+#include <memory>
 #include <optional>
 
 namespace tessary {
@@ -18,8 +20,8 @@ class LibraryFiles {
 public:
     LibraryFiles();
 
-    /// Finds the library's folders, making what is missing and clearing away half-written files of an
-    /// earlier run. @throws FileError.
+    /// Finds the library's folders, making what is missing, keeps other programs from them for as long as
+    /// this lives, and clears away half-written files of an earlier run. @throws FileError, LibraryError.
     [[nodiscard]] QCoro::Task<AppPaths> prepare(const StandardFolders& folders);
     /// @returns the first of the paths at which there is a file.
     [[nodiscard]] QCoro::Task<std::optional<QString>> firstExisting(QStringList paths);
@@ -30,6 +32,7 @@ public:
     [[nodiscard]] QCoro::Task<> removeAllFiles(AppPaths paths);
 
 private:
+    std::unique_ptr<LibraryLock> m_lock; // touched only on the lane
     SerialLane m_lane;
 };
 
