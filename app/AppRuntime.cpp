@@ -23,6 +23,7 @@ AppRuntime::AppRuntime(Platform platform, WindowPresenter& windows)
       m_windows(windows),
       m_flows([this](const std::exception& error) { setLastError(localizedDescription(error)); }),
       m_settings(platform.userDefaults, platform.screenshotTool, platform.folders),
+      m_storage(m_settings, platform.clock, m_libraryFiles, m_flows),
       m_directoryMonitor(platform.directories),
       m_clipboardMonitor(platform.pasteboard, platform.clock, platform.imageCodec, m_flows),
       m_hotKeyService(platform.hotKeys),
@@ -30,6 +31,7 @@ AppRuntime::AppRuntime(Platform platform, WindowPresenter& windows)
 {
     refreshPermissions();
     observeActivation();
+    observeStorage();
 }
 
 AppRuntime::~AppRuntime()
@@ -46,19 +48,31 @@ void AppRuntime::observeActivation()
             });
 }
 
+void AppRuntime::observeStorage()
+{
+    connect(&m_storage, &StorageMaintenance::storageBytesChanged, this, &AppRuntime::storageBytesChanged);
+    connect(&m_storage, &StorageMaintenance::libraryChanged, this, &AppRuntime::libraryChanged);
+    connect(&m_storage, &StorageMaintenance::failed, this, &AppRuntime::setLastError);
+}
+
 // --- starting and ending ----------------------------------------------------
 
 QCoro::Task<> AppRuntime::start()
 {
+    const FlowSet::Stay stay(m_flows);
     co_await openLibrary();
     registerHotKeys();
     co_await reconcile();
     Q_EMIT libraryChanged(
         {LibraryChange::Kind::Opened, {}}); // lists were asked for before there was a library
     co_await recoverImports();
+    if (m_flows.stopToken().stop_requested())
+        co_return; // asked to end before it was up
     restartMonitoring();
     m_opened.reach();
-    co_await purgeExpiredTrash();
+    co_await m_storage.purgeExpiredTrash();
+    co_await m_storage.enforceStorageLimit();
+    refreshStorageUsage();
     openRequestedWindow();
 }
 
@@ -74,13 +88,15 @@ QCoro::Task<> AppRuntime::openLibrary()
     try {
         const AppPaths paths = co_await m_libraryFiles.prepare(m_platform.folders);
         m_paths = paths;
+        m_storage.setPaths(paths);
         FileImageCache::shared().setSources(&m_platform.imageCodec, {paths.thumbnails, paths.appIcons});
         m_store = co_await SQLiteStore::open(paths.database);
         m_frontmostAppTracker = co_await FrontmostAppTracker::open(
             paths.root + QStringLiteral("/FrontmostApps.json"), m_platform.workspace, m_platform.clock);
         m_importer = std::make_unique<ScreenshotImporter>(paths, *m_store, m_platform.imageCodec,
                                                           m_platform.applicationIcons, m_platform.clock);
-        m_archive = std::make_unique<LibraryArchive>(paths, *m_store);
+        m_archive = std::make_unique<LibraryArchive>(paths, *m_store, m_importer->epochs());
+        m_storage.setLibrary(*m_store, *m_importer, *m_frontmostAppTracker);
         installIntakes();
     } catch (const std::exception& error) {
         setLastError(localizedDescription(error));
@@ -92,12 +108,15 @@ void AppRuntime::installIntakes()
     m_clipboardIntake =
         std::make_unique<ClipboardIntake>(m_settings, *m_frontmostAppTracker, *m_importer, m_flows);
     connect(m_clipboardIntake.get(), &ClipboardIntake::libraryChanged, this, &AppRuntime::libraryChanged);
+    connect(m_clipboardIntake.get(), &ClipboardIntake::libraryChanged, &m_storage,
+            &StorageMaintenance::clipboardImported);
     connect(m_clipboardIntake.get(), &ClipboardIntake::failed, this, &AppRuntime::setLastError);
     m_clipboardMonitor.handler = [this](const ClipboardPayload& payload) {
         m_clipboardIntake->take(payload);
     };
     m_fileIntake = std::make_unique<FileIntake>(m_settings, *m_frontmostAppTracker, *m_importer, m_flows);
     connect(m_fileIntake.get(), &FileIntake::libraryChanged, this, &AppRuntime::libraryChanged);
+    connect(m_fileIntake.get(), &FileIntake::libraryChanged, &m_storage, &StorageMaintenance::fileImported);
     connect(m_fileIntake.get(), &FileIntake::failed, this, &AppRuntime::setLastError);
 }
 
@@ -122,23 +141,6 @@ QCoro::Task<> AppRuntime::recoverImports()
     const bool hasChanged = co_await m_importer->recover(sourceAt);
     if (hasChanged)
         Q_EMIT libraryChanged({LibraryChange::Kind::Added, {}});
-}
-
-QCoro::Task<> AppRuntime::purgeExpiredTrash()
-{
-    if (!m_store)
-        co_return;
-    const QDateTime now = m_platform.clock.now().toDateTime();
-    const Date cutOff = Date::fromDateTime(now.addDays(-m_settings.trashRetentionDays()));
-    try {
-        const QList<ScreenshotRecord> purged = co_await m_store->purgeTrash(cutOff);
-        if (!purged.isEmpty()) {
-            co_await m_libraryFiles.removeFilesOf(purged);
-            Q_EMIT libraryChanged({LibraryChange::Kind::Removed, {}});
-        }
-    } catch (const std::exception& error) {
-        setLastError(tr("自动清理失败：") + localizedDescription(error));
-    }
 }
 
 void AppRuntime::openRequestedWindow()

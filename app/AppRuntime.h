@@ -6,6 +6,7 @@
 #include "app/GlobalHotKeyService.h"
 #include "app/LibraryFiles.h"
 #include "app/PasteBack.h"
+#include "app/StorageMaintenance.h"
 #include "app/archive/LibraryArchive.h"
 #include "base/FlowSet.h"
 #include "base/Milestone.h"
@@ -58,6 +59,8 @@ public:
     [[nodiscard]] bool screenRecordingPermissionGranted() const { return m_permissions.screenRecording; }
     [[nodiscard]] bool accessibilityPermissionGranted() const { return m_permissions.accessibility; }
     [[nodiscard]] bool reminderPermissionGranted() const { return m_permissions.reminders; }
+    /// Bytes allocated by the library when it was last measured.
+    [[nodiscard]] qint64 storageBytes() const { return m_storage.storageBytes(); }
     /// What to tell the person about the most recent failure.
     [[nodiscard]] const std::optional<QString>& lastError() const { return m_lastError; }
     void clearLastError();
@@ -76,6 +79,16 @@ public:
     /// Recognises the text in a region of the screen.
     void performLocalOCR();
     void refreshPermissions();
+
+    // As in StorageMaintenance.
+    void refreshStorageUsage() { m_storage.refreshStorageUsage(); }
+    [[nodiscard]] QCoro::Task<> enforceStorageLimit() { return m_storage.enforceStorageLimit(); }
+    [[nodiscard]] QCoro::Task<> clearAllData() { return m_storage.clearAllData(); }
+    [[nodiscard]] QCoro::Task<qint64> purgeTrash(StorageMaintenance::Trash which)
+    {
+        return m_storage.purgeTrash(which);
+    }
+    [[nodiscard]] QCoro::Task<StorageUsage> measureUsage() { return m_storage.measureUsage(); }
 
     [[nodiscard]] Clock& clock() override { return m_platform.clock; }
     [[nodiscard]] QCoro::Task<QList<ScreenshotRecord>> search(ListRequest request,
@@ -104,6 +117,7 @@ Q_SIGNALS:
     void isMonitoringChanged();
     void hotKeysChanged();
     void permissionsChanged();
+    void storageBytesChanged();
     void lastErrorChanged();
 
 private:
@@ -111,13 +125,13 @@ private:
     void installIntakes();
     QCoro::Task<> reconcile();
     QCoro::Task<> recoverImports();
-    QCoro::Task<> purgeExpiredTrash();
     QCoro::Task<> updateHotKeys();
     QCoro::Task<> updatePermissions();
     QCoro::Task<> reveal(ScreenshotRecord record);
     void stopMonitoring();
     void openRequestedWindow();
     void observeActivation();
+    void observeStorage();
     void setMonitoring(bool isMonitoring);
     void setLastError(const QString& message);
 
@@ -132,6 +146,7 @@ private:
     PermissionState m_permissions;
     std::optional<QString> m_lastError;
     LibraryFiles m_libraryFiles;
+    StorageMaintenance m_storage;
     std::optional<AppPaths> m_paths;
     std::unique_ptr<SQLiteStore> m_store;
     std::unique_ptr<FrontmostAppTracker> m_frontmostAppTracker;

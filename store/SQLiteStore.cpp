@@ -2,6 +2,7 @@
 
 #include "base/FreedMemory.h"
 #include "store/CoreDataScreenshotStore.h"
+#include "store/ItemRemover.h"
 #include "store/Projection.h"
 #include "store/ProjectionReconciler.h"
 #include "store/StoreError.h"
@@ -23,6 +24,7 @@ class SQLiteStore::Databases {
 public:
     explicit Databases(const QString& path)
         : m_structuredStore(path),
+          m_remover(m_structuredStore),
           m_projectionPath(projectionPath(path)),
           m_projection(std::in_place, m_projectionPath)
     {
@@ -92,17 +94,23 @@ public:
         projection().update(assignments, values, id);
     }
 
-    QList<ScreenshotRecord> purgeTrash(Date olderThan)
+    RemovedItems purgeTrash(std::optional<Date> olderThan, int most)
     {
-        QList<ScreenshotRecord> purged;
-        for (const ScreenshotRecord& expired : m_structuredStore.trashed(olderThan)) {
-            const std::optional<ScreenshotRecord> removed = m_structuredStore.remove(expired.id);
-            projection().remove(identifierText(expired.id));
-            if (removed)
-                purged.append(*removed);
-        }
-        return purged;
+        return m_remover.removeTrash(projection(), olderThan, most);
     }
+
+    RemovedItems removeOldestPictures(qint64 limit, int most)
+    {
+        return m_remover.removeOldestPictures(projection(), limit, most);
+    }
+
+    void removeEverything()
+    {
+        m_remover.removeEverything(projection());
+        reopenProjection(); // the full-text engine remembers what it indexed last
+    }
+
+    LibraryCounts counts() { return projection().counts(); }
 
     QList<ScreenshotRecord> search(const ListRequest& request, const std::stop_token& stop)
     {
@@ -146,6 +154,7 @@ private:
     }
 
     CoreDataScreenshotStore m_structuredStore;
+    ItemRemover m_remover;
     QString m_projectionPath;
     std::optional<Projection> m_projection; // absent when it could not be opened again
 };
@@ -307,9 +316,28 @@ QCoro::Task<LibraryFacets> SQLiteStore::facets()
     co_return co_await work;
 }
 
-QCoro::Task<QList<ScreenshotRecord>> SQLiteStore::purgeTrash(Date olderThan)
+QCoro::Task<RemovedItems> SQLiteStore::purgeTrash(std::optional<Date> olderThan, int most)
 {
-    auto work = m_lane.post([this, olderThan] { return m_databases->purgeTrash(olderThan); });
+    auto work = m_lane.post([this, olderThan, most] { return m_databases->purgeTrash(olderThan, most); });
+    co_return co_await work;
+}
+
+QCoro::Task<RemovedItems> SQLiteStore::removeOldestPictures(qint64 limit, int most)
+{
+    auto work = m_lane.post([this, limit, most] { return m_databases->removeOldestPictures(limit, most); });
+    co_return co_await work;
+}
+
+QCoro::Task<> SQLiteStore::removeEverything()
+{
+    auto work = m_lane.post([this] { m_databases->removeEverything(); });
+    co_await work;
+    m_lane.postDetached(&returnFreedMemory);
+}
+
+QCoro::Task<LibraryCounts> SQLiteStore::counts()
+{
+    auto work = m_lane.post([this] { return m_databases->counts(); });
     co_return co_await work;
 }
 

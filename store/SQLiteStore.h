@@ -2,6 +2,8 @@
 
 #include "base/SerialLane.h"
 #include "search/ListRequest.h"
+#include "store/LibraryCounts.h"
+#include "store/RemovedItems.h"
 #include "store/ScreenshotRecord.h"
 
 #include <qcoro/qcorotask.h>
@@ -47,10 +49,15 @@ public:
     [[nodiscard]] QCoro::Task<> setPinned(QUuid id, bool isPinned);
     [[nodiscard]] QCoro::Task<> markUsed(QUuid id, Date at);
     [[nodiscard]] QCoro::Task<> moveToTrash(QUuid id, Date at);
-    /// Removes for good what has been in the trash since before the date.
-    /// @returns the removed items, so that the caller deletes their files. What was purged before an error
-    ///          stays purged.
-    [[nodiscard]] QCoro::Task<QList<ScreenshotRecord>> purgeTrash(Date olderThan);
+    /// Removes for good what has been in the trash since before the date, or without a date whatever is in
+    /// it: at most that many items, all of them or, on an error, none. The caller deletes their files.
+    [[nodiscard]] QCoro::Task<RemovedItems> purgeTrash(std::optional<Date> olderThan, int most);
+    /// The same for the oldest pictures that are neither favourite nor pinned, for as long as the items
+    /// outside the trash take more bytes than the limit.
+    [[nodiscard]] QCoro::Task<RemovedItems> removeOldestPictures(qint64 limit, int most);
+    /// Removes every item for good, all of them or, on an error, none, and lets the databases shrink.
+    [[nodiscard]] QCoro::Task<> removeEverything();
+    [[nodiscard]] QCoro::Task<LibraryCounts> counts();
 
     /// One page of a list. When `stop` is requested the query is given up, before it begins or in its
     /// middle, and the page is empty; no other operation is touched by it.

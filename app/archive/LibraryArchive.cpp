@@ -17,10 +17,11 @@ constexpr int kLinesTold = 5;
 
 } // namespace
 
-LibraryArchive::LibraryArchive(AppPaths paths, SQLiteStore& store)
+LibraryArchive::LibraryArchive(AppPaths paths, SQLiteStore& store, ImportEpochs& epochs)
     : m_paths(std::move(paths)),
       m_store(store),
       m_journal(m_paths),
+      m_epochs(epochs),
       m_lane(QStringLiteral("tessary.archive"))
 {
 }
@@ -66,7 +67,8 @@ QCoro::Task<LibraryArchive::Restored> LibraryArchive::restoreFrom(QString folder
 {
     auto entrance = m_restores.enter(QString());
     const KeyedGate::Pass pass = co_await entrance;
-    const quint64 epoch = m_epoch;
+    auto beginning = m_epochs.begin();
+    const ImportEpochs::Epoch epoch = co_await beginning;
     auto opening = m_lane.post([folder] { return std::make_shared<ArchiveReader>(folder); });
     const std::shared_ptr<ArchiveReader> archive = co_await opening;
     Restored result;
@@ -75,22 +77,21 @@ QCoro::Task<LibraryArchive::Restored> LibraryArchive::restoreFrom(QString folder
         const std::optional<ArchiveReader::Entry> entry = co_await reading;
         if (!entry)
             co_return result;
-        if (stop.stop_requested() || epoch != m_epoch)
+        if (stop.stop_requested() || !m_epochs.isCurrent(epoch))
             throw ArchiveError(ArchiveError::Case::Interrupted, folder);
         if (!entry->record) {
             if (++result.unreadable <= kLinesTold)
                 result.unreadableLines.append(entry->line);
             continue;
         }
-        const Taken taken = co_await take(*archive, *entry->record, result);
+        const Taken taken = co_await take(*archive, *entry->record, epoch, result);
         taken == Taken::Added ? ++result.added : ++result.repeated;
     }
 }
 
 QCoro::Task<LibraryArchive::Taken> LibraryArchive::take(const ArchiveReader& archive, ScreenshotRecord listed,
-                                                        Restored& result)
+                                                        ImportEpochs::Epoch epoch, Restored& result)
 {
-    const quint64 epoch = m_epoch;
     const bool hasRecord = co_await m_store.containsRecord(listed.id);
     if (hasRecord) {
         co_await mend(archive, listed);
@@ -108,7 +109,7 @@ QCoro::Task<LibraryArchive::Taken> LibraryArchive::take(const ArchiveReader& arc
             return archive.copyFiles(listed, record);
         });
         const qint64 missing = co_await copying;
-        if (epoch == m_epoch)
+        if (m_epochs.isCurrent(epoch))
             wasInserted = co_await m_store.insert(record);
         result.missingFiles += wasInserted ? missing : 0;
     } catch (...) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/SerialLane.h"
+#include "capture/ImportEpochs.h"
 #include "capture/ImportJournal.h"
 #include "capture/KeyedGate.h"
 #include "store/AppPaths.h"
@@ -32,7 +33,8 @@ public:
         qint64 unreadable = 0;
     };
 
-    LibraryArchive(AppPaths paths, SQLiteStore& store);
+    /// @param epochs end when the library is cleared; what is being restored then is given up.
+    LibraryArchive(AppPaths paths, SQLiteStore& store, ImportEpochs& epochs);
 
     /// Every item, trash included, as it is when its turn comes. @param folder absolute; new or empty.
     /// When it fails, nothing of it is left. @throws ArchiveError, FileError, StoreError, PersistenceError.
@@ -40,13 +42,12 @@ public:
     /// Adds the items of an exported library that this one does not hold. When it fails, what was added
     /// stays, and a second time goes on from there. One at a time, the others wait. @throws as above.
     [[nodiscard]] QCoro::Task<Restored> restoreFrom(QString folder, std::stop_token stop);
-    /// What is being restored now is not to be: all data were cleared.
-    void abandonRestoring() { ++m_epoch; }
 
 private:
     enum class Taken { Added, Repeated };
 
-    QCoro::Task<Taken> take(const ArchiveReader& archive, ScreenshotRecord listed, Restored& result);
+    QCoro::Task<Taken> take(const ArchiveReader& archive, ScreenshotRecord listed, ImportEpochs::Epoch epoch,
+                            Restored& result);
     QCoro::Task<> mend(const ArchiveReader& archive, ScreenshotRecord listed);
     QCoro::Task<> settle(QUuid id, bool isListed);
 
@@ -54,7 +55,7 @@ private:
     SQLiteStore& m_store;
     ImportJournal m_journal;
     KeyedGate m_restores;
-    quint64 m_epoch = 0;
+    ImportEpochs& m_epochs;
     SerialLane m_lane;
 };
 

@@ -337,4 +337,28 @@ BusCommands::Answer BusCommands::restoreFrom(QString folder)
     co_return QVariantList(1, summary);
 }
 
+BusCommands::Answer BusCommands::purgeTrash(bool everything)
+{
+    co_await library();
+    using Trash = StorageMaintenance::Trash;
+    const qint64 removed = co_await m_runtime.purgeTrash(everything ? Trash::Everything : Trash::Expired);
+    co_return QVariantList(1, whole(removed));
+}
+
+BusCommands::Answer BusCommands::usage()
+{
+    co_await library();
+    const StorageUsage usage = co_await m_runtime.measureUsage();
+    const QVariantMap facts{{QStringLiteral("totalBytes"), whole(usage.rootBytes)},
+                            {QStringLiteral("originalBytes"), whole(usage.originalBytes)},
+                            {QStringLiteral("thumbnailBytes"), whole(usage.thumbnailBytes)},
+                            {QStringLiteral("iconBytes"), whole(usage.iconBytes)},
+                            {QStringLiteral("databaseBytes"), whole(usage.databaseBytes)},
+                            {QStringLiteral("limitBytes"), whole(usage.limitBytes)},
+                            {QStringLiteral("images"), whole(usage.items.images)},
+                            {QStringLiteral("texts"), whole(usage.items.texts)},
+                            {QStringLiteral("trashed"), whole(usage.items.inTrash)}};
+    co_return QVariantList(1, facts);
+}
+
 } // namespace tessary

@@ -36,6 +36,8 @@ public:
     [[nodiscard]] Answer moveToTrash(QString id);
     [[nodiscard]] Answer exportTo(QString folder);
     [[nodiscard]] Answer restoreFrom(QString folder);
+    [[nodiscard]] Answer purgeTrash(bool everything);
+    [[nodiscard]] Answer usage();
 
 private:
     /// @throws BusError (Failed) when there is no library.

@@ -196,4 +196,16 @@ QVariantMap LibraryBusObject::Restore(const QString& folder)
     return {};
 }
 
+qlonglong LibraryBusObject::PurgeTrash(bool everything)
+{
+    answer([&](BusCommands& commands) { return commands.purgeTrash(everything); });
+    return 0;
+}
+
+QVariantMap LibraryBusObject::Usage()
+{
+    answer([](BusCommands& commands) { return commands.usage(); });
+    return {};
+}
+
 } // namespace tessary

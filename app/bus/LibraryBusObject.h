@@ -47,6 +47,8 @@ public Q_SLOTS:
     void MoveToTrash(const QString& id);
     QVariantMap Export(const QString& folder);
     QVariantMap Restore(const QString& folder);
+    qlonglong PurgeTrash(bool everything);
+    QVariantMap Usage();
 
 Q_SIGNALS:
     void LibraryChanged(const QString& kind, const QStringList& ids);

@@ -188,6 +188,26 @@ TEST_F(AppRuntimeTest, WithoutAHomeItRunsOnWithoutWatching)
     EXPECT_FALSE(runtime->isMonitoring());
 }
 
+TEST_F(AppRuntimeTest, ASecondProgramLeavesTheLibraryAlone)
+{
+    start();
+    ASSERT_TRUE(copies(QStringLiteral("mine")));
+    FakeWindows otherWindows;
+    {
+        AppRuntime second(platform, otherWindows);
+        await(second.start());
+        EXPECT_EQ(second.store(), nullptr);
+        EXPECT_FALSE(second.isMonitoring());
+        EXPECT_EQ(second.lastError(), QStringLiteral("另一个 Tessary 正在使用资料库，请先将其退出。"));
+        await(second.shutDown());
+    }
+    EXPECT_TRUE(copies(QStringLiteral("still mine")));
+    await(runtime->shutDown());
+    runtime.reset();
+    start();
+    EXPECT_NE(runtime->store(), nullptr) << "the lock went with the first one";
+}
+
 TEST_F(AppRuntimeTest, WithAProjectionThatIsNoDatabaseItSaysSoAndRunsOn)
 {
     ASSERT_TRUE(QDir().mkpath(root()));
