@@ -85,10 +85,18 @@ QCoro::Task<> AppRuntime::start()
     if (m_flows.stopToken().stop_requested())
         co_return; // asked to end before it was up
     restartMonitoring();
+    m_opened.reach();
     co_await m_storage.purgeExpiredTrash();
     co_await m_storage.enforceStorageLimit();
     refreshStorageUsage();
     openRequestedWindow();
+}
+
+QCoro::Task<> AppRuntime::opened()
+{
+    const FlowSet::Stay stay(m_flows);
+    auto reached = m_opened.reached();
+    co_await reached;
 }
 
 QCoro::Task<> AppRuntime::openLibrary()
@@ -103,6 +111,7 @@ QCoro::Task<> AppRuntime::openLibrary()
             paths.root + QStringLiteral("/FrontmostApps.json"), m_platform.workspace, m_platform.clock);
         m_importer = std::make_unique<ScreenshotImporter>(paths, *m_store, m_platform.imageCodec,
                                                           m_platform.applicationIcons, m_platform.clock);
+        m_archive = std::make_unique<LibraryArchive>(paths, *m_store, m_importer->epochs());
         m_storage.setLibrary(*m_store, *m_importer, *m_frontmostAppTracker);
         installIntakes();
     } catch (const std::exception& error) {
@@ -163,6 +172,7 @@ QCoro::Task<> AppRuntime::shutDown()
 {
     stopMonitoring();
     m_flows.cancel();
+    m_opened.reach();
     co_await m_flows.drained();
     co_await m_platform.pasteboard.handOver();
 }
@@ -289,14 +299,22 @@ QCoro::Task<LibraryFacets> AppRuntime::facets()
 QCoro::Task<> AppRuntime::copy(ScreenshotRecord record, bool pasteIntoPreviousApplication)
 {
     const FlowSet::Stay stay(m_flows);
+    const std::optional<QString> message = co_await copyOrExplain(record, pasteIntoPreviousApplication);
+    if (message)
+        setLastError(*message);
+}
+
+QCoro::Task<std::optional<QString>> AppRuntime::copyOrExplain(ScreenshotRecord record,
+                                                              bool pasteIntoPreviousApplication)
+{
+    const FlowSet::Stay stay(m_flows);
     const PasteBack::Result result =
         co_await m_pasteBack.copy(record, pasteIntoPreviousApplication, m_store.get());
-    if (result.message)
-        setLastError(*result.message);
     if (!result.isOnPasteboard || !m_store)
-        co_return;
+        co_return result.message;
     co_await m_store->markUsed(record.id, m_platform.clock.now());
     Q_EMIT libraryChanged({LibraryChange::Kind::Used, {record.id}});
+    co_return result.message;
 }
 
 void AppRuntime::preview(const ScreenshotRecord& record)

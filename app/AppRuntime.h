@@ -9,7 +9,9 @@
 #include "app/PermissionRequests.h"
 #include "app/StorageMaintenance.h"
 #include "app/SystemIntegrationService.h"
+#include "app/archive/LibraryArchive.h"
 #include "base/FlowSet.h"
+#include "base/Milestone.h"
 #include "capture/ClipboardMonitor.h"
 #include "capture/KeyedGate.h"
 #include "capture/ScreenshotDirectoryMonitor.h"
@@ -42,8 +44,16 @@ public:
     /// Nothing else may be called afterwards.
     [[nodiscard]] QCoro::Task<> shutDown();
 
+    /// Ends when the library may be asked and recording has begun, or the library could not be opened.
+    [[nodiscard]] QCoro::Task<> opened();
+
     [[nodiscard]] AppSettings& settings() { return m_settings; }
-    [[nodiscard]] SQLiteStore* store() const { return m_store.get(); } ///< Null when it did not open.
+    [[nodiscard]] SQLiteStore* store() const { return m_store.get(); }        ///< Null when it did not open.
+    [[nodiscard]] LibraryArchive* archive() const { return m_archive.get(); } ///< Null without a library.
+    [[nodiscard]] FileIntake* fileIntake() const { return m_fileIntake.get(); } ///< Null without a library.
+    [[nodiscard]] const std::optional<AppPaths>& paths() const { return m_paths; }
+    /// Where the runtime's flows are kept until it ends.
+    [[nodiscard]] FlowSet& flows() { return m_flows; }
     [[nodiscard]] bool isMonitoring() const { return m_isMonitoring; }
     /// Whether the quick-search shortcut could be registered; the others do not count.
     [[nodiscard]] bool hotKeyAvailable() const { return m_hotKeyAvailable; }
@@ -96,6 +106,11 @@ public:
                                                               std::stop_token stop) override;
     [[nodiscard]] QCoro::Task<LibraryFacets> facets() override;
     [[nodiscard]] QCoro::Task<> copy(ScreenshotRecord record, bool pasteIntoPreviousApplication) override;
+    /// The same. @returns what the person has to know, if anything, without telling it in `lastError`.
+    [[nodiscard]] QCoro::Task<std::optional<QString>> copyOrExplain(ScreenshotRecord record,
+                                                                    bool pasteIntoPreviousApplication);
+    /// The program in front now is where pasting goes.
+    void rememberPreviousApplication() { m_pasteBack.rememberPreviousApplication(); }
     [[nodiscard]] QCoro::Task<> toggleFavorite(ScreenshotRecord record) override;
     [[nodiscard]] QCoro::Task<> togglePinned(ScreenshotRecord record) override;
     [[nodiscard]] QCoro::Task<> moveToTrash(ScreenshotRecord record) override;
@@ -149,6 +164,8 @@ private:
     std::unique_ptr<SQLiteStore> m_store;
     std::unique_ptr<FrontmostAppTracker> m_frontmostAppTracker;
     std::unique_ptr<ScreenshotImporter> m_importer;
+    std::unique_ptr<LibraryArchive> m_archive;
+    Milestone m_opened;
     ScreenshotDirectoryMonitor m_directoryMonitor;
     ClipboardMonitor m_clipboardMonitor;
     GlobalHotKeyService m_hotKeyService;

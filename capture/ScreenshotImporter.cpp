@@ -93,21 +93,21 @@ ScreenshotImporter::importClipboardPayload(ClipboardPayload payload,
     co_return co_await unlessForgotten(epoch, std::move(importing));
 }
 
-QCoro::Task<ScreenshotImporter::Record> ScreenshotImporter::unlessForgotten(ImportEpochs::Epoch epoch,
-                                                                            QCoro::Task<Record> import)
+template <typename Result>
+QCoro::Task<Result> ScreenshotImporter::unlessForgotten(ImportEpochs::Epoch epoch, QCoro::Task<Result> import)
 {
-    Record record;
+    Result result{};
     std::exception_ptr failure;
     try {
-        record = co_await import;
+        result = co_await import;
     } catch (...) {
         failure = std::current_exception();
     }
     if (!m_epochs.isCurrent(epoch))
-        co_return std::nullopt;
+        co_return Result{};
     if (failure)
         std::rethrow_exception(failure);
-    co_return record;
+    co_return result;
 }
 
 // --- text -------------------------------------------------------------------
@@ -156,8 +156,10 @@ ScreenshotImporter::importTemporary(Source source, QByteArray bytes,
             [path = source.path, bytes] { writeFileAtomically(path, bytes, Durability::Process); });
         bytes.clear();
         co_await writing;
-        if (m_epochs.isCurrent(source.epoch))
-            record = co_await importSource(source, application, CountDuplicate::Yes);
+        if (m_epochs.isCurrent(source.epoch)) {
+            const Taken taken = co_await importSource(source, application, CountDuplicate::Yes);
+            record = taken.record;
+        }
         if (record)
             co_await m_store.markUsed(record->id, m_clock.now());
     } catch (...) {
@@ -188,29 +190,45 @@ QCoro::Task<ScreenshotImporter::Record>
 ScreenshotImporter::importFile(QString path, std::optional<SourceApplicationSnapshot> source,
                                CountDuplicate countDuplicate)
 {
+    const Taken taken = co_await take(path, source, countDuplicate);
+    co_return taken.record;
+}
+
+QCoro::Task<FileImport> ScreenshotImporter::takeFile(QString path,
+                                                     std::optional<SourceApplicationSnapshot> source,
+                                                     CountDuplicate countDuplicate)
+{
+    const Taken taken = co_await take(path, source, countDuplicate);
+    co_return FileImport{taken.outcome, taken.record ? taken.record->id : taken.knownId};
+}
+
+QCoro::Task<ScreenshotImporter::Taken>
+ScreenshotImporter::take(QString path, std::optional<SourceApplicationSnapshot> application,
+                         CountDuplicate countDuplicate)
+{
     auto beginning = m_epochs.begin();
     const ImportEpochs::Epoch epoch = co_await beginning;
-    auto importing = importSource({path, path, epoch}, source, countDuplicate);
+    auto importing = importSource({path, path, epoch}, application, countDuplicate);
     co_return co_await unlessForgotten(epoch, std::move(importing));
 }
 
-QCoro::Task<ScreenshotImporter::Record>
+QCoro::Task<ScreenshotImporter::Taken>
 ScreenshotImporter::importSource(Source source, std::optional<SourceApplicationSnapshot> application,
                                  CountDuplicate countDuplicate)
 {
     const QString extension = extensionOf(source.path);
     if (!acceptedImageExtensions().contains(extension))
-        co_return std::nullopt;
+        co_return Taken{};
     co_await waitUntilStable(source.path);
     auto reading = m_lane.post([path = source.path] { return digestOfFile(path); });
     const FileDigest digest = co_await reading;
     auto entrance = m_hashes.enter(digest.hash);
     const KeyedGate::Pass pass = co_await entrance;
-    const bool isKnown = co_await m_store.contains(digest.hash);
-    if (isKnown) {
+    const std::optional<QUuid> knownId = co_await m_store.identifier(digest.hash);
+    if (knownId) {
         if (countDuplicate == CountDuplicate::Yes)
             co_await m_store.registerDuplicate(digest.hash, m_clock.now());
-        co_return std::nullopt;
+        co_return Taken{FileImport::Outcome::Known, knownId, {}};
     }
     ScreenshotRecord record;
     record.id = QUuid::createUuid();
@@ -222,7 +240,7 @@ ScreenshotImporter::importSource(Source source, std::optional<SourceApplicationS
     co_return co_await addImage(source, record, application);
 }
 
-QCoro::Task<ScreenshotImporter::Record>
+QCoro::Task<ScreenshotImporter::Taken>
 ScreenshotImporter::addImage(Source source, ScreenshotRecord record,
                              std::optional<SourceApplicationSnapshot> application)
 {
@@ -257,7 +275,10 @@ ScreenshotImporter::addImage(Source source, ScreenshotRecord record,
     record.ocrStatus = OCRStatus::Complete; // pictures are recognised on demand only
     record.contentType = ClipboardContentType::Image;
     const bool wasInserted = co_await insertOrDiscard(record, source.epoch);
-    co_return wasInserted ? Record(record) : std::nullopt;
+    if (wasInserted)
+        co_return Taken{FileImport::Outcome::Added, {}, record};
+    const std::optional<QUuid> knownId = co_await m_store.identifier(record.contentHash);
+    co_return Taken{FileImport::Outcome::Known, knownId, {}};
 }
 
 QCoro::Task<> ScreenshotImporter::discardFiles(QUuid id)
@@ -401,7 +422,8 @@ QCoro::Task<bool> ScreenshotImporter::recoverPicture(QString fileName,
     Record record;
     bool isDone = true;
     try {
-        record = co_await importSource(source, application, CountDuplicate::No);
+        const Taken taken = co_await importSource(source, application, CountDuplicate::No);
+        record = taken.record;
         if (record)
             co_await m_store.markUsed(record->id, m_clock.now());
     } catch (const FileError& error) {

@@ -132,6 +132,15 @@ bool CoreDataScreenshotStore::contains(const QString& contentHash)
                                       {contentHash}) > 0;
 }
 
+std::optional<QUuid> CoreDataScreenshotStore::identifier(const QString& contentHash)
+{
+    SQLiteStatement found =
+        m_connection.query("SELECT id FROM ScreenshotEntity WHERE contentHash = ?", {contentHash});
+    if (!found.step())
+        return std::nullopt;
+    return QUuid::fromString(found.text(0));
+}
+
 bool CoreDataScreenshotStore::containsRecord(const QUuid& id)
 {
     return m_connection.integerResult("SELECT count(*) FROM ScreenshotEntity WHERE id = ?",
@@ -166,6 +175,16 @@ std::optional<ScreenshotRecord> CoreDataScreenshotStore::record(const QString& c
 QList<ScreenshotRecord> CoreDataScreenshotStore::allRecords()
 {
     SQLiteStatement rows = select("", {});
+    QList<ScreenshotRecord> records;
+    while (rows.nextRow())
+        records.append(decode(rows));
+    return records;
+}
+
+QList<ScreenshotRecord> CoreDataScreenshotStore::page(const QUuid& after, int limit)
+{
+    SQLiteStatement rows = select("WHERE id > ? ORDER BY id LIMIT ?",
+                                  {after.isNull() ? QString() : identifierText(after), qint64{limit}});
     QList<ScreenshotRecord> records;
     while (rows.nextRow())
         records.append(decode(rows));

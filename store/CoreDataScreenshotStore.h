@@ -26,6 +26,8 @@ public:
     explicit CoreDataScreenshotStore(const QString& path);
 
     [[nodiscard]] bool contains(const QString& contentHash);
+    /// The item that holds the content.
+    [[nodiscard]] std::optional<QUuid> identifier(const QString& contentHash);
     [[nodiscard]] bool containsRecord(const QUuid& id);
     /// @returns false, having changed nothing, when an item with that content hash exists.
     bool insert(const ScreenshotRecord& record);
@@ -35,6 +37,8 @@ public:
     [[nodiscard]] std::optional<ScreenshotRecord> record(const QUuid& id);
     [[nodiscard]] std::optional<ScreenshotRecord> record(const QString& contentHash);
     [[nodiscard]] QList<ScreenshotRecord> allRecords();
+    /// Up to `limit` items in the order of their identifiers, those after the given one.
+    [[nodiscard]] QList<ScreenshotRecord> page(const QUuid& after, int limit);
     /// What is in the trash since before the date.
     [[nodiscard]] QList<ScreenshotRecord> trashed(Date olderThan);
     /// The same, of at most that many of them; without a date, of whatever is in the trash.

@@ -67,15 +67,18 @@ public:
                             {record->duplicateCount, sqliteValue(now)}, record->id);
     }
 
-    void updateMetadata(const QUuid& id, const QStringList& tags, const QString& note)
+    /// @param tags, note what is to be replaced; absent stays.
+    void updateMetadata(const QUuid& id, const std::optional<QStringList>& tags,
+                        const std::optional<QString>& note)
     {
         std::optional<ScreenshotRecord> record = m_structuredStore.record(id);
         if (!record)
             return;
-        record->tags = tags;
-        record->note = note;
+        record->tags = tags.value_or(record->tags);
+        record->note = note.value_or(record->note);
         m_structuredStore.upsert(*record);
-        projection().update("tags_json = ?, note = ?", {QString::fromUtf8(encodeTags(tags)), note}, id);
+        projection().update("tags_json = ?, note = ?",
+                            {QString::fromUtf8(encodeTags(record->tags)), record->note}, id);
         projection().updateSearchIndex(*record);
     }
 
@@ -186,6 +189,13 @@ QCoro::Task<bool> SQLiteStore::contains(QString contentHash)
     co_return co_await work;
 }
 
+QCoro::Task<std::optional<QUuid>> SQLiteStore::identifier(QString contentHash)
+{
+    auto work =
+        m_lane.post([this, contentHash] { return m_databases->structuredStore().identifier(contentHash); });
+    co_return co_await work;
+}
+
 QCoro::Task<bool> SQLiteStore::containsRecord(QUuid id)
 {
     auto work = m_lane.post([this, id] { return m_databases->structuredStore().containsRecord(id); });
@@ -195,6 +205,13 @@ QCoro::Task<bool> SQLiteStore::containsRecord(QUuid id)
 QCoro::Task<std::optional<ScreenshotRecord>> SQLiteStore::record(QUuid id)
 {
     auto work = m_lane.post([this, id] { return m_databases->structuredStore().record(id); });
+    co_return co_await work;
+}
+
+QCoro::Task<QList<ScreenshotRecord>> SQLiteStore::page(QUuid after, int limit)
+{
+    auto work =
+        m_lane.post([this, after, limit] { return m_databases->structuredStore().page(after, limit); });
     co_return co_await work;
 }
 
@@ -233,6 +250,18 @@ QCoro::Task<> SQLiteStore::registerDuplicate(QString contentHash, Date now)
 QCoro::Task<> SQLiteStore::updateMetadata(QUuid id, QStringList tags, QString note)
 {
     auto work = m_lane.post([this, id, tags, note] { m_databases->updateMetadata(id, tags, note); });
+    co_await work;
+}
+
+QCoro::Task<> SQLiteStore::setTags(QUuid id, QStringList tags)
+{
+    auto work = m_lane.post([this, id, tags] { m_databases->updateMetadata(id, tags, std::nullopt); });
+    co_await work;
+}
+
+QCoro::Task<> SQLiteStore::setNote(QUuid id, QString note)
+{
+    auto work = m_lane.post([this, id, note] { m_databases->updateMetadata(id, std::nullopt, note); });
     co_await work;
 }
 

@@ -29,8 +29,13 @@ public:
     [[nodiscard]] static QString projectionPath(const QString& databasePath);
 
     [[nodiscard]] QCoro::Task<bool> contains(QString contentHash);
+    /// The item that holds the content, if any does.
+    [[nodiscard]] QCoro::Task<std::optional<QUuid>> identifier(QString contentHash);
     [[nodiscard]] QCoro::Task<bool> containsRecord(QUuid id);
     [[nodiscard]] QCoro::Task<std::optional<ScreenshotRecord>> record(QUuid id);
+    /// Up to `limit` items, trash included, in the order of their identifiers. @param after the last item of
+    /// the page before; a null identifier for the first page.
+    [[nodiscard]] QCoro::Task<QList<ScreenshotRecord>> page(QUuid after, int limit);
     /// @returns false, with neither store changed, when an item with that content is present already.
     [[nodiscard]] QCoro::Task<bool> insert(ScreenshotRecord record);
     /// Brings the projection in line with the store of record; once, before the first query.
@@ -38,6 +43,8 @@ public:
     /// The same content was captured again at that time.
     [[nodiscard]] QCoro::Task<> registerDuplicate(QString contentHash, Date now);
     [[nodiscard]] QCoro::Task<> updateMetadata(QUuid id, QStringList tags, QString note);
+    [[nodiscard]] QCoro::Task<> setTags(QUuid id, QStringList tags);
+    [[nodiscard]] QCoro::Task<> setNote(QUuid id, QString note);
     [[nodiscard]] QCoro::Task<> setFavorite(QUuid id, bool isFavorite);
     [[nodiscard]] QCoro::Task<> setPinned(QUuid id, bool isPinned);
     [[nodiscard]] QCoro::Task<> markUsed(QUuid id, Date at);
