@@ -7,6 +7,7 @@
 #include "store/FileImageCache.h"
 
 #include <QCoreApplication>
+#include <QGuiApplication>
 #include <QLoggingCategory>
 
 Q_LOGGING_CATEGORY(lcRuntime, "tessary.runtime")
@@ -23,6 +24,8 @@ AppRuntime::AppRuntime(Platform platform, WindowPresenter& windows)
       m_windows(windows),
       m_flows([this](const std::exception& error) { setLastError(localizedDescription(error)); }),
       m_settings(platform.userDefaults, platform.screenshotTool, platform.folders),
+      m_integration(platform.loginItem, platform.privacySettings),
+      m_permissions(platform.permissions, m_integration, m_flows),
       m_storage(m_settings, platform.clock, m_libraryFiles, m_flows),
       m_directoryMonitor(platform.directories, platform.clock),
       m_clipboardMonitor(platform.pasteboard, platform.clock, platform.imageCodec, m_flows),
@@ -31,6 +34,7 @@ AppRuntime::AppRuntime(Platform platform, WindowPresenter& windows)
 {
     refreshPermissions();
     observeActivation();
+    observePermissions();
     observeStorage();
 }
 
@@ -46,6 +50,18 @@ void AppRuntime::observeActivation()
                 if (app.processIdentifier == QCoreApplication::applicationPid())
                     refreshPermissions();
             });
+    if (auto* application = qobject_cast<QGuiApplication*>(QCoreApplication::instance()))
+        connect(application, &QGuiApplication::applicationStateChanged, this,
+                [this](Qt::ApplicationState state) {
+                    if (state == Qt::ApplicationActive)
+                        refreshPermissions();
+                });
+}
+
+void AppRuntime::observePermissions()
+{
+    connect(&m_permissions, &PermissionRequests::changed, this, &AppRuntime::permissionsChanged);
+    connect(&m_permissions, &PermissionRequests::failed, this, &AppRuntime::setLastError);
 }
 
 void AppRuntime::observeStorage()
@@ -234,18 +250,13 @@ QCoro::Task<> AppRuntime::updateHotKeys()
     Q_EMIT hotKeysChanged();
 }
 
-void AppRuntime::refreshPermissions()
+QCoro::Task<> AppRuntime::applyLaunchAtLogin(bool launches)
 {
-    m_flows.add(updatePermissions());
-}
-
-QCoro::Task<> AppRuntime::updatePermissions()
-{
-    const PermissionState permissions = co_await m_platform.permissions.probe();
-    if (permissions == m_permissions)
-        co_return;
-    m_permissions = permissions;
-    Q_EMIT permissionsChanged();
+    try {
+        co_await m_integration.setLaunchAtLogin(launches);
+    } catch (const std::exception& error) {
+        setLastError(tr("无法更新开机启动设置：") + localizedDescription(error));
+    }
 }
 
 void AppRuntime::toggleQuickSearch()

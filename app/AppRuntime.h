@@ -6,7 +6,9 @@
 #include "app/GlobalHotKeyService.h"
 #include "app/LibraryFiles.h"
 #include "app/PasteBack.h"
+#include "app/PermissionRequests.h"
 #include "app/StorageMaintenance.h"
+#include "app/SystemIntegrationService.h"
 #include "app/archive/LibraryArchive.h"
 #include "base/FlowSet.h"
 #include "base/Milestone.h"
@@ -56,9 +58,12 @@ public:
     /// Whether the quick-search shortcut could be registered; the others do not count.
     [[nodiscard]] bool hotKeyAvailable() const { return m_hotKeyAvailable; }
     [[nodiscard]] const HotKeys& hotKeyConflicts() const { return m_hotKeyConflicts; }
-    [[nodiscard]] bool screenRecordingPermissionGranted() const { return m_permissions.screenRecording; }
-    [[nodiscard]] bool accessibilityPermissionGranted() const { return m_permissions.accessibility; }
-    [[nodiscard]] bool reminderPermissionGranted() const { return m_permissions.reminders; }
+    [[nodiscard]] bool screenRecordingPermissionGranted() const
+    {
+        return m_permissions.state().screenRecording;
+    }
+    [[nodiscard]] bool accessibilityPermissionGranted() const { return m_permissions.state().accessibility; }
+    [[nodiscard]] bool reminderPermissionGranted() const { return m_permissions.state().reminders; }
     /// Bytes allocated by the library when it was last measured.
     [[nodiscard]] qint64 storageBytes() const { return m_storage.storageBytes(); }
     /// What to tell the person about the most recent failure.
@@ -78,7 +83,13 @@ public:
     void panelSettled() { m_hotKeyService.releaseKeyboard(); }
     /// Recognises the text in a region of the screen.
     void performLocalOCR();
-    void refreshPermissions();
+    void refreshPermissions() { m_permissions.refresh(); }
+    void requestReminderPermission() { m_permissions.requestReminderPermission(); }
+    /// What to do for a permission that is missing.
+    [[nodiscard]] PermissionRequests& permissionRequests() { return m_permissions; }
+    /// Brings the system in line with the setting; where that fails the setting stays, and the person is
+    /// told.
+    void updateLaunchAtLogin() { m_flows.add(applyLaunchAtLogin(m_settings.launchAtLogin())); }
 
     // As in StorageMaintenance.
     void refreshStorageUsage() { m_storage.refreshStorageUsage(); }
@@ -127,12 +138,13 @@ private:
     QCoro::Task<> watchFolder();
     QCoro::Task<> recoverImports();
     QCoro::Task<> updateHotKeys();
-    QCoro::Task<> updatePermissions();
+    QCoro::Task<> applyLaunchAtLogin(bool launches);
     QCoro::Task<> reveal(ScreenshotRecord record);
     void stopMonitoring();
     void openRequestedWindow();
     void observeActivation();
     void observeStorage();
+    void observePermissions();
     void setMonitoring(bool isMonitoring);
     void setLastError(const QString& message);
 
@@ -144,7 +156,8 @@ private:
     bool m_hotKeyAvailable = true;
     HotKeys m_hotKeyConflicts;
     KeyedGate m_hotKeyGate;
-    PermissionState m_permissions;
+    SystemIntegrationService m_integration;
+    PermissionRequests m_permissions;
     std::optional<QString> m_lastError;
     LibraryFiles m_libraryFiles;
     StorageMaintenance m_storage;
