@@ -7,6 +7,7 @@
 #include "store/FileImageCache.h"
 
 #include <QCoreApplication>
+#include <QGuiApplication>
 #include <QLoggingCategory>
 #include <QTimer>
 
@@ -25,6 +26,9 @@ AppRuntime::AppRuntime(Platform platform, WindowPresenter& windows)
       m_windows(windows),
       m_flows([this](const std::exception& error) { setLastError(localizedDescription(error)); }),
       m_settings(platform.userDefaults, platform.screenshotTool, platform.folders),
+      m_integration(platform.loginItem, platform.privacySettings),
+      m_permissions(platform.permissions, m_integration, m_flows),
+      m_storage(m_settings, platform.clock, m_libraryFiles, m_flows),
       m_directoryMonitor(platform.directories, platform.clock),
       m_clipboardMonitor(platform.pasteboard, platform.clock, platform.imageCodec, m_flows),
       m_hotKeyService(platform.hotKeys),
@@ -32,6 +36,8 @@ AppRuntime::AppRuntime(Platform platform, WindowPresenter& windows)
 {
     refreshPermissions();
     observeActivation();
+    observePermissions();
+    observeStorage();
 }
 
 AppRuntime::~AppRuntime()
@@ -46,21 +52,53 @@ void AppRuntime::observeActivation()
                 if (app.processIdentifier == QCoreApplication::applicationPid())
                     refreshPermissions();
             });
+    if (auto* application = qobject_cast<QGuiApplication*>(QCoreApplication::instance()))
+        connect(application, &QGuiApplication::applicationStateChanged, this,
+                [this](Qt::ApplicationState state) {
+                    if (state == Qt::ApplicationActive)
+                        refreshPermissions();
+                });
+}
+
+void AppRuntime::observePermissions()
+{
+    connect(&m_permissions, &PermissionRequests::changed, this, &AppRuntime::permissionsChanged);
+    connect(&m_permissions, &PermissionRequests::failed, this, &AppRuntime::setLastError);
+}
+
+void AppRuntime::observeStorage()
+{
+    connect(&m_storage, &StorageMaintenance::storageBytesChanged, this, &AppRuntime::storageBytesChanged);
+    connect(&m_storage, &StorageMaintenance::libraryChanged, this, &AppRuntime::libraryChanged);
+    connect(&m_storage, &StorageMaintenance::failed, this, &AppRuntime::setLastError);
 }
 
 // --- starting and ending ----------------------------------------------------
 
 QCoro::Task<> AppRuntime::start()
 {
+    const FlowSet::Stay stay(m_flows);
     co_await openLibrary();
     registerHotKeys();
     co_await reconcile();
     Q_EMIT libraryChanged(
         {LibraryChange::Kind::Opened, {}}); // lists were asked for before there was a library
     co_await recoverImports();
+    if (m_flows.stopToken().stop_requested())
+        co_return; // asked to end before it was up
     restartMonitoring();
-    co_await purgeExpiredTrash();
+    m_opened.reach();
+    co_await m_storage.purgeExpiredTrash();
+    co_await m_storage.enforceStorageLimit();
+    refreshStorageUsage();
     openRequestedWindow();
+}
+
+QCoro::Task<> AppRuntime::opened()
+{
+    const FlowSet::Stay stay(m_flows);
+    auto reached = m_opened.reached();
+    co_await reached;
 }
 
 QCoro::Task<> AppRuntime::openLibrary()
@@ -68,12 +106,15 @@ QCoro::Task<> AppRuntime::openLibrary()
     try {
         const AppPaths paths = co_await m_libraryFiles.prepare(m_platform.folders);
         m_paths = paths;
+        m_storage.setPaths(paths);
         FileImageCache::shared().setSources(&m_platform.imageCodec, {paths.thumbnails, paths.appIcons});
         m_store = co_await SQLiteStore::open(paths.database);
         m_frontmostAppTracker = co_await FrontmostAppTracker::open(
             paths.root + QStringLiteral("/FrontmostApps.json"), m_platform.workspace, m_platform.clock);
         m_importer = std::make_unique<ScreenshotImporter>(paths, *m_store, m_platform.imageCodec,
                                                           m_platform.applicationIcons, m_platform.clock);
+        m_archive = std::make_unique<LibraryArchive>(paths, *m_store, m_importer->epochs());
+        m_storage.setLibrary(*m_store, *m_importer, *m_frontmostAppTracker);
         installIntakes();
     } catch (const std::exception& error) {
         setLastError(localizedDescription(error));
@@ -85,12 +126,15 @@ void AppRuntime::installIntakes()
     m_clipboardIntake =
         std::make_unique<ClipboardIntake>(m_settings, *m_frontmostAppTracker, *m_importer, m_flows);
     connect(m_clipboardIntake.get(), &ClipboardIntake::libraryChanged, this, &AppRuntime::libraryChanged);
+    connect(m_clipboardIntake.get(), &ClipboardIntake::libraryChanged, &m_storage,
+            &StorageMaintenance::clipboardImported);
     connect(m_clipboardIntake.get(), &ClipboardIntake::failed, this, &AppRuntime::setLastError);
     m_clipboardMonitor.handler = [this](const ClipboardPayload& payload) {
         m_clipboardIntake->take(payload);
     };
     m_fileIntake = std::make_unique<FileIntake>(m_settings, *m_frontmostAppTracker, *m_importer, m_flows);
     connect(m_fileIntake.get(), &FileIntake::libraryChanged, this, &AppRuntime::libraryChanged);
+    connect(m_fileIntake.get(), &FileIntake::imported, &m_storage, &StorageMaintenance::fileImported);
     connect(m_fileIntake.get(), &FileIntake::failed, this, &AppRuntime::setLastError);
 }
 
@@ -117,23 +161,6 @@ QCoro::Task<> AppRuntime::recoverImports()
         Q_EMIT libraryChanged({LibraryChange::Kind::Added, {}});
 }
 
-QCoro::Task<> AppRuntime::purgeExpiredTrash()
-{
-    if (!m_store)
-        co_return;
-    const QDateTime now = m_platform.clock.now().toDateTime();
-    const Date cutOff = Date::fromDateTime(now.addDays(-m_settings.trashRetentionDays()));
-    try {
-        const QList<ScreenshotRecord> purged = co_await m_store->purgeTrash(cutOff);
-        if (!purged.isEmpty()) {
-            co_await m_libraryFiles.removeFilesOf(purged);
-            Q_EMIT libraryChanged({LibraryChange::Kind::Removed, {}});
-        }
-    } catch (const std::exception& error) {
-        setLastError(tr("自动清理失败：") + localizedDescription(error));
-    }
-}
-
 void AppRuntime::openRequestedWindow()
 {
     const QByteArray window = qgetenv("TESSARY_UI_TEST_WINDOW");
@@ -151,6 +178,7 @@ QCoro::Task<> AppRuntime::shutDown()
     if (m_fileIntake)
         connect(&patience, &QTimer::timeout, m_fileIntake.get(), &FileIntake::giveUp);
     patience.start(kPatience);
+    m_opened.reach();
     co_await m_flows.drained();
     co_await m_platform.pasteboard.handOver();
 }
@@ -230,18 +258,13 @@ QCoro::Task<> AppRuntime::updateHotKeys()
     Q_EMIT hotKeysChanged();
 }
 
-void AppRuntime::refreshPermissions()
+QCoro::Task<> AppRuntime::applyLaunchAtLogin(bool launches)
 {
-    m_flows.add(updatePermissions());
-}
-
-QCoro::Task<> AppRuntime::updatePermissions()
-{
-    const PermissionState permissions = co_await m_platform.permissions.probe();
-    if (permissions == m_permissions)
-        co_return;
-    m_permissions = permissions;
-    Q_EMIT permissionsChanged();
+    try {
+        co_await m_integration.setLaunchAtLogin(launches);
+    } catch (const std::exception& error) {
+        setLastError(tr("无法更新开机启动设置：") + localizedDescription(error));
+    }
 }
 
 void AppRuntime::toggleQuickSearch()
@@ -290,14 +313,22 @@ QCoro::Task<LibraryFacets> AppRuntime::facets()
 QCoro::Task<> AppRuntime::copy(ScreenshotRecord record, bool pasteIntoPreviousApplication)
 {
     const FlowSet::Stay stay(m_flows);
+    const std::optional<QString> message = co_await copyOrExplain(record, pasteIntoPreviousApplication);
+    if (message)
+        setLastError(*message);
+}
+
+QCoro::Task<std::optional<QString>> AppRuntime::copyOrExplain(ScreenshotRecord record,
+                                                              bool pasteIntoPreviousApplication)
+{
+    const FlowSet::Stay stay(m_flows);
     const PasteBack::Result result =
         co_await m_pasteBack.copy(record, pasteIntoPreviousApplication, m_store.get());
-    if (result.message)
-        setLastError(*result.message);
     if (!result.isOnPasteboard || !m_store)
-        co_return;
+        co_return result.message;
     co_await m_store->markUsed(record.id, m_platform.clock.now());
     Q_EMIT libraryChanged({LibraryChange::Kind::Used, {record.id}});
+    co_return result.message;
 }
 
 void AppRuntime::preview(const ScreenshotRecord& record)

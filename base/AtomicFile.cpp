@@ -122,4 +122,10 @@ void copyFileAtomically(const QString& source, const QString& destination, Durab
     file.commit(durability);
 }
 
+void removeFile(const QString& path)
+{
+    if (::unlink(QFile::encodeName(path).constData()) != 0 && errno != ENOENT)
+        throw FileError::fromErrno(errno, path, FileError::Operation::Write);
+}
+
 } // namespace tessary

@@ -137,6 +137,13 @@ void FrontmostAppTracker::record(const std::optional<RunningApplication>& applic
     persist();
 }
 
+QCoro::Task<> FrontmostAppTracker::erase()
+{
+    clear();
+    auto removing = m_persistenceQueue.post([path = m_logPath] { removeFile(path); });
+    co_await removing;
+}
+
 void FrontmostAppTracker::persist()
 {
     m_persistenceQueue.postDetached([path = m_logPath, samples = m_samples] {

@@ -89,15 +89,37 @@ QCoro::Task<ScreenshotImporter::Record>
 ScreenshotImporter::importClipboardPayload(ClipboardPayload payload,
                                            std::optional<SourceApplicationSnapshot> source)
 {
-    if (auto* text = std::get_if<QString>(&payload))
-        return importText(std::move(*text), std::move(source));
-    return importImage(std::move(std::get<QByteArray>(payload)), std::move(source));
+    auto beginning = m_epochs.begin();
+    const ImportEpochs::Epoch epoch = co_await beginning;
+    const bool isText = std::holds_alternative<QString>(payload);
+    auto importing =
+        isText ? importText(std::move(std::get<QString>(payload)), source, epoch)
+               : importTemporary(claimTemporary(epoch), std::move(std::get<QByteArray>(payload)), source);
+    co_return co_await unlessForgotten(epoch, std::move(importing));
+}
+
+template <typename Result>
+QCoro::Task<Result> ScreenshotImporter::unlessForgotten(ImportEpochs::Epoch epoch, QCoro::Task<Result> import)
+{
+    Result result{};
+    std::exception_ptr failure;
+    try {
+        result = co_await import;
+    } catch (...) {
+        failure = std::current_exception();
+    }
+    if (!m_epochs.isCurrent(epoch))
+        co_return Result{};
+    if (failure)
+        std::rethrow_exception(failure);
+    co_return result;
 }
 
 // --- text -------------------------------------------------------------------
 
 QCoro::Task<ScreenshotImporter::Record>
-ScreenshotImporter::importText(QString text, std::optional<SourceApplicationSnapshot> application)
+ScreenshotImporter::importText(QString text, std::optional<SourceApplicationSnapshot> application,
+                               ImportEpochs::Epoch epoch)
 {
     auto preparing = m_lane.post([text] { return prepare(text); });
     const PreparedText prepared = co_await preparing;
@@ -122,16 +144,16 @@ ScreenshotImporter::importText(QString text, std::optional<SourceApplicationSnap
     record.sourceAppIconPath = co_await m_pictures.saveAppIcon(application, record.id);
     record.capturedAt = m_clock.now();
     record.importedAt = record.capturedAt;
-    const bool wasInserted = co_await insertOrDiscard(record);
+    const bool wasInserted = co_await insertOrDiscard(record, epoch);
     co_return wasInserted ? Record(record) : std::nullopt;
 }
 
 // --- pictures ---------------------------------------------------------------
 
 QCoro::Task<ScreenshotImporter::Record>
-ScreenshotImporter::importImage(QByteArray bytes, std::optional<SourceApplicationSnapshot> application)
+ScreenshotImporter::importTemporary(Source source, QByteArray bytes,
+                                    std::optional<SourceApplicationSnapshot> application)
 {
-    const Source source = claimTemporary();
     Record record;
     std::exception_ptr failure;
     try {
@@ -139,8 +161,10 @@ ScreenshotImporter::importImage(QByteArray bytes, std::optional<SourceApplicatio
             [path = source.path, bytes] { writeFileAtomically(path, bytes, Durability::Process); });
         bytes.clear();
         co_await writing;
-        const Taken taken = co_await importSource(source, application, CountDuplicate::Yes);
-        record = taken.record;
+        if (m_epochs.isCurrent(source.epoch)) {
+            const Taken taken = co_await importSource(source, application, CountDuplicate::Yes);
+            record = taken.record;
+        }
         if (record)
             co_await m_store.markUsed(record->id, m_clock.now());
     } catch (...) {
@@ -154,15 +178,15 @@ ScreenshotImporter::importImage(QByteArray bytes, std::optional<SourceApplicatio
     co_return record;
 }
 
-ScreenshotImporter::Source ScreenshotImporter::ownSource(const QString& path) const
+ScreenshotImporter::Source ScreenshotImporter::ownSource(const QString& path, ImportEpochs::Epoch epoch) const
 {
-    return {path, path, m_reader, {}, false};
+    return {path, path, m_reader, {}, false, epoch};
 }
 
-ScreenshotImporter::Source ScreenshotImporter::claimTemporary()
+ScreenshotImporter::Source ScreenshotImporter::claimTemporary(ImportEpochs::Epoch epoch)
 {
     const QString name = clipboardImageName(m_clock.now().toDateTime());
-    Source source = ownSource(m_paths.root + QLatin1Char('/') + name);
+    Source source = ownSource(m_paths.root + QLatin1Char('/') + name, epoch);
     for (int n = 2; m_temporaryPaths.contains(source.path); ++n)
         source.path = m_paths.root + QLatin1Char('/') + numberedImageName(name, n);
     m_temporaryPaths.append(source.path);
@@ -173,9 +197,12 @@ QCoro::Task<ScreenshotImporter::Record>
 ScreenshotImporter::importFile(QString path, std::optional<SourceApplicationSnapshot> source,
                                CountDuplicate countDuplicate)
 {
-    Source file = ownSource(path);
+    auto beginning = m_epochs.begin();
+    const ImportEpochs::Epoch epoch = co_await beginning;
+    Source file = ownSource(path, epoch);
     file.isForeign = true;
-    const Taken taken = co_await importSource(file, source, countDuplicate);
+    auto importing = importSource(file, source, countDuplicate);
+    const Taken taken = co_await unlessForgotten(epoch, std::move(importing));
     co_return taken.record;
 }
 
@@ -184,7 +211,9 @@ QCoro::Task<TakenFile> ScreenshotImporter::takeFile(ForeignFile file,
                                                     CountDuplicate countDuplicate)
 {
     const QString path = QFile::decodeName(file.path);
-    Source reached{path, path, file.lane, file.giveUp, true};
+    auto beginning = m_epochs.begin();
+    const ImportEpochs::Epoch epoch = co_await beginning;
+    Source reached{path, path, file.lane, file.giveUp, true, epoch};
     const bool isText = QFile::encodeName(path) == file.path;
     if (!isText) {
         auto linking = m_lane.post([this, target = file.path] { return m_journal.linkTo(target); });
@@ -193,7 +222,8 @@ QCoro::Task<TakenFile> ScreenshotImporter::takeFile(ForeignFile file,
     Taken taken;
     std::exception_ptr failure;
     try {
-        taken = co_await importSource(reached, source, countDuplicate);
+        auto importing = importSource(reached, source, countDuplicate);
+        taken = co_await unlessForgotten(epoch, std::move(importing));
     } catch (...) {
         failure = std::current_exception();
     }
@@ -307,7 +337,7 @@ ScreenshotImporter::addForeign(Source source, ScreenshotRecord record,
     record.pixelWidth = size.width();
     record.pixelHeight = size.height();
     record.thumbnailPath = co_await m_pictures.createThumbnail(record.libraryPath, record.id);
-    taken.record = co_await insertImage(record, copied.facts, application);
+    taken.record = co_await insertImage(record, copied.facts, application, source.epoch);
     if (!taken.record)
         taken.knownId = co_await m_store.identifier(record.contentHash);
     co_return taken;
@@ -333,28 +363,32 @@ ScreenshotImporter::addOwn(Source source, ScreenshotRecord record,
     record.thumbnailPath = co_await thumbnail;
     if (failure)
         std::rethrow_exception(failure);
-    co_return co_await insertImage(record, copied.facts, application);
+    co_return co_await insertImage(record, copied.facts, application, source.epoch);
 }
 
 QCoro::Task<ScreenshotImporter::Record>
 ScreenshotImporter::insertImage(ScreenshotRecord record, FileFacts facts,
-                                std::optional<SourceApplicationSnapshot> application)
+                                std::optional<SourceApplicationSnapshot> application,
+                                ImportEpochs::Epoch epoch)
 {
     record.sourceAppIconPath = co_await m_pictures.saveAppIcon(application, record.id);
     record.importedAt = m_clock.now();
     record.capturedAt = facts.created ? *facts.created : facts.modified.value_or(record.importedAt);
     record.ocrStatus = OCRStatus::Complete; // pictures are recognised on demand only
     record.contentType = ClipboardContentType::Image;
-    const bool wasInserted = co_await m_store.insert(record);
+    bool wasInserted = false;
+    if (m_epochs.isCurrent(epoch))
+        wasInserted = co_await m_store.insert(record);
     co_return wasInserted ? Record(record) : std::nullopt;
 }
 
-QCoro::Task<bool> ScreenshotImporter::insertOrDiscard(ScreenshotRecord record)
+QCoro::Task<bool> ScreenshotImporter::insertOrDiscard(ScreenshotRecord record, ImportEpochs::Epoch epoch)
 {
     bool wasInserted = false;
     std::exception_ptr failure;
     try {
-        wasInserted = co_await m_store.insert(record);
+        if (m_epochs.isCurrent(epoch))
+            wasInserted = co_await m_store.insert(record);
     } catch (...) {
         failure = std::current_exception();
     }
@@ -425,7 +459,9 @@ QCoro::Task<> ScreenshotImporter::undoInterrupted()
 QCoro::Task<bool> ScreenshotImporter::recoverPicture(QString fileName,
                                                      std::optional<SourceApplicationSnapshot> application)
 {
-    Source source = ownSource(m_paths.root + QLatin1Char('/') + fileName);
+    auto beginning = m_epochs.begin();
+    const ImportEpochs::Epoch epoch = co_await beginning;
+    Source source = ownSource(m_paths.root + QLatin1Char('/') + fileName, epoch);
     source.nominalPath = m_paths.root + QLatin1Char('/') + nominalImageName(fileName);
     m_temporaryPaths.append(source.path);
     Record record;

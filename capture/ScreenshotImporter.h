@@ -4,6 +4,7 @@
 #include "capture/FileFacts.h"
 #include "capture/FileImport.h"
 #include "capture/ForeignFile.h"
+#include "capture/ImportEpochs.h"
 #include "capture/ImportJournal.h"
 #include "capture/ItemPictures.h"
 #include "capture/KeyedGate.h"
@@ -51,6 +52,12 @@ public:
                                                   std::optional<SourceApplicationSnapshot> source,
                                                   CountDuplicate countDuplicate);
 
+    /// The library is about to be cleared: imports that are under way end without an item, a file or an
+    /// error, and those that would begin wait until the hold is gone.
+    [[nodiscard]] ImportEpochs::Hold forgetRunningImports() { return m_epochs.end(); }
+    /// For others who bring items into the library.
+    [[nodiscard]] ImportEpochs& epochs() { return m_epochs; }
+
     /// Once at start-up, before anything is imported: finishes or undoes what an earlier run left half done.
     /// Copied pictures whose temporary file is still there are imported, attributed by `sourceAt`.
     /// @returns whether the library changed. @throws nothing that concerns a single picture.
@@ -65,6 +72,7 @@ private:
         std::shared_ptr<ExpendableLane> lane; // where it is read
         std::stop_token giveUp;
         bool isForeign = false; // not ours alone to change
+        ImportEpochs::Epoch epoch = 0;
     };
     /// What came of a picture.
     struct Taken {
@@ -75,8 +83,13 @@ private:
     };
     QCoro::Task<> undoInterrupted();
     QCoro::Task<bool> recoverPicture(QString fileName, std::optional<SourceApplicationSnapshot> application);
-    QCoro::Task<Record> importText(QString text, std::optional<SourceApplicationSnapshot> application);
-    QCoro::Task<Record> importImage(QByteArray bytes, std::optional<SourceApplicationSnapshot> application);
+    QCoro::Task<Record> importText(QString text, std::optional<SourceApplicationSnapshot> application,
+                                   ImportEpochs::Epoch epoch);
+    QCoro::Task<Record> importTemporary(Source source, QByteArray bytes,
+                                        std::optional<SourceApplicationSnapshot> application);
+    /// Its result, or an empty one once the import is to leave nothing behind.
+    template <typename Result>
+    QCoro::Task<Result> unlessForgotten(ImportEpochs::Epoch epoch, QCoro::Task<Result> import);
     QCoro::Task<Taken> importSource(Source source, std::optional<SourceApplicationSnapshot> application,
                                     CountDuplicate countDuplicate);
     QCoro::Task<std::optional<QUuid>> countIfKnown(QString hash, CountDuplicate countDuplicate);
@@ -89,16 +102,18 @@ private:
     QCoro::Task<Record> addOwn(Source source, ScreenshotRecord record,
                                std::optional<SourceApplicationSnapshot> application);
     QCoro::Task<Record> insertImage(ScreenshotRecord record, FileFacts facts,
-                                    std::optional<SourceApplicationSnapshot> application);
-    QCoro::Task<bool> insertOrDiscard(ScreenshotRecord record);
+                                    std::optional<SourceApplicationSnapshot> application,
+                                    ImportEpochs::Epoch epoch);
+    QCoro::Task<bool> insertOrDiscard(ScreenshotRecord record, ImportEpochs::Epoch epoch);
     QCoro::Task<> waitUntilStable(Source source);
-    [[nodiscard]] Source ownSource(const QString& path) const;
-    [[nodiscard]] Source claimTemporary();
+    [[nodiscard]] Source ownSource(const QString& path, ImportEpochs::Epoch epoch) const;
+    [[nodiscard]] Source claimTemporary(ImportEpochs::Epoch epoch);
 
     AppPaths m_paths;
     SQLiteStore& m_store;
     Clock& m_clock;
     ImportJournal m_journal;
+    ImportEpochs m_epochs;
     KeyedGate m_hashes;           // content being imported
     QStringList m_temporaryPaths; // in use by imports of copied pictures
     ItemPictures m_pictures;
