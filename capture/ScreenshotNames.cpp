@@ -21,6 +21,17 @@ const std::array<QString, 9>& screenshotPrefixes()
     return prefixes;
 }
 
+/// Most names are told apart by their first byte. Those beyond ASCII are for the thorough look.
+bool mayBeginLikeScreenshot(char first)
+{
+    if (static_cast<unsigned char>(first) >= 0x80)
+        return true;
+    const QChar letter = QChar::fromLatin1(first).toLower();
+    const auto& prefixes = screenshotPrefixes();
+    return std::any_of(prefixes.begin(), prefixes.end(),
+                       [letter](const QString& prefix) { return prefix.front() == letter; });
+}
+
 } // namespace
 
 bool beginsLikeScreenshot(const QString& baseName)
@@ -34,7 +45,7 @@ bool beginsLikeScreenshot(const QString& baseName)
 bool isScreenshotName(const QByteArray& name)
 {
     const qsizetype dot = name.lastIndexOf('.');
-    if (dot <= 0)
+    if (dot <= 0 || !mayBeginLikeScreenshot(name.front()))
         return false;
     const QStringList& extensions = acceptedImageExtensions();
     const QByteArrayView extension = QByteArrayView(name).sliced(dot + 1);
