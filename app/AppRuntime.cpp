@@ -27,7 +27,7 @@ AppRuntime::AppRuntime(Platform platform, WindowPresenter& windows)
       m_integration(platform.loginItem, platform.privacySettings),
       m_permissions(platform.permissions, m_integration, m_flows),
       m_storage(m_settings, platform.clock, m_libraryFiles, m_flows),
-      m_directoryMonitor(platform.directories),
+      m_directoryMonitor(platform.directories, platform.clock),
       m_clipboardMonitor(platform.pasteboard, platform.clock, platform.imageCodec, m_flows),
       m_hotKeyService(platform.hotKeys),
       m_pasteBack(platform, windows)
@@ -186,15 +186,21 @@ void AppRuntime::restartMonitoring()
         return;
     m_clipboardMonitor.start();
     setMonitoring(true);
+    m_flows.add(watchFolder());
+    qCInfo(lcRuntime, "monitoring started");
+}
+
+QCoro::Task<> AppRuntime::watchFolder()
+{
+    const ScreenshotDirectoryMonitor::Handler handler = [this](const QByteArray& path,
+                                                               ScreenshotDirectoryMonitor::Report report) {
+        m_fileIntake->importDiscoveredFile(path, report);
+    };
     try {
-        m_directoryMonitor.start(m_settings.monitoredDirectory(),
-                                 [this](const QString& path, ScreenshotDirectoryMonitor::Report report) {
-                                     m_fileIntake->importDiscoveredFile(path, report);
-                                 });
+        co_await m_directoryMonitor.start(m_settings.monitoredDirectory(), handler);
     } catch (const std::exception& error) {
         setLastError(tr("剪贴板记录仍在运行，但无法监听截图目录：") + localizedDescription(error));
     }
-    qCInfo(lcRuntime, "monitoring started");
 }
 
 void AppRuntime::stopMonitoring()

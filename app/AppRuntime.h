@@ -135,6 +135,7 @@ private:
     QCoro::Task<> openLibrary();
     void installIntakes();
     QCoro::Task<> reconcile();
+    QCoro::Task<> watchFolder();
     QCoro::Task<> recoverImports();
     QCoro::Task<> updateHotKeys();
     QCoro::Task<> applyLaunchAtLogin(bool launches);

@@ -29,9 +29,9 @@ FileIntake::FileIntake(const AppSettings& settings, const FrontmostAppTracker& t
 {
 }
 
-void FileIntake::importDiscoveredFile(const QString& path, ScreenshotDirectoryMonitor::Report report)
+void FileIntake::importDiscoveredFile(const QByteArray& path, ScreenshotDirectoryMonitor::Report report)
 {
-    m_flows.add(importDiscovered(path, report));
+    m_flows.add(importDiscovered(QFile::decodeName(path), report));
 }
 
 QCoro::Task<> FileIntake::importDiscovered(QString path, ScreenshotDirectoryMonitor::Report report)

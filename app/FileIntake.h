@@ -26,7 +26,7 @@ public:
                FlowSet& flows);
 
     /// Returns at once; the import runs in the flow set.
-    void importDiscoveredFile(const QString& path, ScreenshotDirectoryMonitor::Report report);
+    void importDiscoveredFile(const QByteArray& path, ScreenshotDirectoryMonitor::Report report);
     /// A file that the person names, under whatever name, is taken as if it had just appeared in the
     /// screenshot folder. @param path absolute, as the file system has it, any bytes.
     /// @throws FileError, StoreError, PersistenceError.

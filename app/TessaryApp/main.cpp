@@ -9,6 +9,7 @@
 #include <QLoggingCategory>
 
 #include <cstdio>
+#include <cstdlib>
 #include <sys/stat.h>
 
 Q_LOGGING_CATEGORY(lcMain, "tessary.main")
@@ -120,8 +121,11 @@ int main(int argc, char** argv)
     const CommandLine commandLine = CommandLine::parse(QByteArrayList(argv + 1, argv + argc));
     if (const std::optional<int> status = answerWithoutDisplay(commandLine))
         return *status;
-    if (commandLine.request == CommandLine::Request::Perform)
-        return perform(commandLine, argc, argv);
+    if (commandLine.request == CommandLine::Request::Perform) {
+        const int status = perform(commandLine, argc, argv);
+        std::fflush(nullptr);
+        std::_Exit(status); // else the bus's own thread, still at work, complains of what is destroyed around it
+    }
     tessary::keepLittleFreedMemory();
     ::umask(kOthersMask); // what we keep is nobody else's business
     qSetMessagePattern(QStringLiteral("%{time yyyy-MM-dd hh:mm:ss.zzz} %{category} %{type}: %{message}"));

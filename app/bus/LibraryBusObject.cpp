@@ -29,6 +29,8 @@ BusError ending()
 
 LibraryBusObject::LibraryBusObject()
 {
+    // Methods that hand one out are otherwise not found until the first has been sent.
+    qRegisterMetaType<QDBusUnixFileDescriptor>("QDBusUnixFileDescriptor");
     new Tessary1Adaptor(this); // belongs to this
 }
 

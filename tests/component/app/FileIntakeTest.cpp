@@ -30,7 +30,7 @@ protected:
     FileImport take(const QString& path) { return run(intake.importFile(QFile::encodeName(path))); }
     void discover(const QString& path, Report report = Report::Change)
     {
-        intake.importDiscoveredFile(path, report);
+        intake.importDiscoveredFile(QFile::encodeName(path), report);
         EXPECT_TRUE(settled());
     }
     bool settled()

@@ -36,8 +36,9 @@ bool PasteFixture::isInFront(PasteTarget& target)
 
 Platform PasteFixture::platform(Clock& time)
 {
-    return {time,      *pasteboard, workspace,     codec,         m_icons,       m_defaults, m_screenshotTool,
-            m_folders, m_hotKeys,   m_permissions, m_directories, m_fileManager, keystrokes};
+    return {time,          *pasteboard,      workspace,  codec,       m_icons,
+            m_defaults,    m_screenshotTool, m_folders,  m_hotKeys,   m_permissions,
+            m_directories, m_fileManager,    keystrokes, m_loginItem, m_privacySettings};
 }
 
 ClipboardService::Outcome PasteFixture::paste(const QString& text)

@@ -7,7 +7,9 @@
 #include "platform/testing/FakeDirectoryWatcher.h"
 #include "platform/testing/FakeFileManager.h"
 #include "platform/testing/FakeGlobalHotKeyFacility.h"
+#include "platform/testing/FakeLoginItem.h"
 #include "platform/testing/FakePermissions.h"
+#include "platform/testing/FakePrivacySettings.h"
 #include "platform/testing/FakeScreenshotToolDefaults.h"
 #include "platform/testing/FakeStandardFolders.h"
 #include "platform/testing/FakeUserDefaults.h"
@@ -56,6 +58,8 @@ private:
     FakePermissions m_permissions;
     FakeDirectoryWatcher m_directories;
     FakeFileManager m_fileManager;
+    FakeLoginItem m_loginItem;
+    FakePrivacySettings m_privacySettings;
     RunningApplication m_previous;
     std::vector<std::unique_ptr<PasteTarget>> m_targets;
 };
