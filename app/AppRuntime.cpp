@@ -7,6 +7,7 @@
 #include "store/FileImageCache.h"
 
 #include <QCoreApplication>
+#include <QGuiApplication>
 #include <QLoggingCategory>
 
 Q_LOGGING_CATEGORY(lcRuntime, "tessary.runtime")
@@ -23,13 +24,18 @@ AppRuntime::AppRuntime(Platform platform, WindowPresenter& windows)
       m_windows(windows),
       m_flows([this](const std::exception& error) { setLastError(localizedDescription(error)); }),
       m_settings(platform.userDefaults, platform.screenshotTool, platform.folders),
-      m_directoryMonitor(platform.directories),
+      m_integration(platform.loginItem, platform.privacySettings),
+      m_permissions(platform.permissions, m_integration, m_flows),
+      m_storage(m_settings, platform.clock, m_libraryFiles, m_flows),
+      m_directoryMonitor(platform.directories, platform.clock),
       m_clipboardMonitor(platform.pasteboard, platform.clock, platform.imageCodec, m_flows),
       m_hotKeyService(platform.hotKeys),
       m_pasteBack(platform, windows)
 {
     refreshPermissions();
     observeActivation();
+    observePermissions();
+    observeStorage();
 }
 
 AppRuntime::~AppRuntime()
@@ -44,20 +50,53 @@ void AppRuntime::observeActivation()
                 if (app.processIdentifier == QCoreApplication::applicationPid())
                     refreshPermissions();
             });
+    if (auto* application = qobject_cast<QGuiApplication*>(QCoreApplication::instance()))
+        connect(application, &QGuiApplication::applicationStateChanged, this,
+                [this](Qt::ApplicationState state) {
+                    if (state == Qt::ApplicationActive)
+                        refreshPermissions();
+                });
+}
+
+void AppRuntime::observePermissions()
+{
+    connect(&m_permissions, &PermissionRequests::changed, this, &AppRuntime::permissionsChanged);
+    connect(&m_permissions, &PermissionRequests::failed, this, &AppRuntime::setLastError);
+}
+
+void AppRuntime::observeStorage()
+{
+    connect(&m_storage, &StorageMaintenance::storageBytesChanged, this, &AppRuntime::storageBytesChanged);
+    connect(&m_storage, &StorageMaintenance::libraryChanged, this, &AppRuntime::libraryChanged);
+    connect(&m_storage, &StorageMaintenance::failed, this, &AppRuntime::setLastError);
 }
 
 // --- starting and ending ----------------------------------------------------
 
 QCoro::Task<> AppRuntime::start()
 {
+    const FlowSet::Stay stay(m_flows);
     co_await openLibrary();
     registerHotKeys();
     co_await reconcile();
-    Q_EMIT libraryChanged(); // lists that were asked for before there was a library
+    Q_EMIT libraryChanged(
+        {LibraryChange::Kind::Opened, {}}); // lists were asked for before there was a library
     co_await recoverImports();
+    if (m_flows.stopToken().stop_requested())
+        co_return; // asked to end before it was up
     restartMonitoring();
-    co_await purgeExpiredTrash();
+    m_opened.reach();
+    co_await m_storage.purgeExpiredTrash();
+    co_await m_storage.enforceStorageLimit();
+    refreshStorageUsage();
     openRequestedWindow();
+}
+
+QCoro::Task<> AppRuntime::opened()
+{
+    const FlowSet::Stay stay(m_flows);
+    auto reached = m_opened.reached();
+    co_await reached;
 }
 
 QCoro::Task<> AppRuntime::openLibrary()
@@ -65,12 +104,15 @@ QCoro::Task<> AppRuntime::openLibrary()
     try {
         const AppPaths paths = co_await m_libraryFiles.prepare(m_platform.folders);
         m_paths = paths;
+        m_storage.setPaths(paths);
         FileImageCache::shared().setSources(&m_platform.imageCodec, {paths.thumbnails, paths.appIcons});
         m_store = co_await SQLiteStore::open(paths.database);
         m_frontmostAppTracker = co_await FrontmostAppTracker::open(
             paths.root + QStringLiteral("/FrontmostApps.json"), m_platform.workspace, m_platform.clock);
         m_importer = std::make_unique<ScreenshotImporter>(paths, *m_store, m_platform.imageCodec,
                                                           m_platform.applicationIcons, m_platform.clock);
+        m_archive = std::make_unique<LibraryArchive>(paths, *m_store, m_importer->epochs());
+        m_storage.setLibrary(*m_store, *m_importer, *m_frontmostAppTracker);
         installIntakes();
     } catch (const std::exception& error) {
         setLastError(localizedDescription(error));
@@ -82,12 +124,15 @@ void AppRuntime::installIntakes()
     m_clipboardIntake =
         std::make_unique<ClipboardIntake>(m_settings, *m_frontmostAppTracker, *m_importer, m_flows);
     connect(m_clipboardIntake.get(), &ClipboardIntake::libraryChanged, this, &AppRuntime::libraryChanged);
+    connect(m_clipboardIntake.get(), &ClipboardIntake::libraryChanged, &m_storage,
+            &StorageMaintenance::clipboardImported);
     connect(m_clipboardIntake.get(), &ClipboardIntake::failed, this, &AppRuntime::setLastError);
     m_clipboardMonitor.handler = [this](const ClipboardPayload& payload) {
         m_clipboardIntake->take(payload);
     };
     m_fileIntake = std::make_unique<FileIntake>(m_settings, *m_frontmostAppTracker, *m_importer, m_flows);
     connect(m_fileIntake.get(), &FileIntake::libraryChanged, this, &AppRuntime::libraryChanged);
+    connect(m_fileIntake.get(), &FileIntake::libraryChanged, &m_storage, &StorageMaintenance::fileImported);
     connect(m_fileIntake.get(), &FileIntake::failed, this, &AppRuntime::setLastError);
 }
 
@@ -111,24 +156,7 @@ QCoro::Task<> AppRuntime::recoverImports()
     };
     const bool hasChanged = co_await m_importer->recover(sourceAt);
     if (hasChanged)
-        Q_EMIT libraryChanged();
-}
-
-QCoro::Task<> AppRuntime::purgeExpiredTrash()
-{
-    if (!m_store)
-        co_return;
-    const QDateTime now = m_platform.clock.now().toDateTime();
-    const Date cutOff = Date::fromDateTime(now.addDays(-m_settings.trashRetentionDays()));
-    try {
-        const QList<ScreenshotRecord> purged = co_await m_store->purgeTrash(cutOff);
-        if (!purged.isEmpty()) {
-            co_await m_libraryFiles.removeFilesOf(purged);
-            Q_EMIT libraryChanged();
-        }
-    } catch (const std::exception& error) {
-        setLastError(tr("自动清理失败：") + localizedDescription(error));
-    }
+        Q_EMIT libraryChanged({LibraryChange::Kind::Added, {}});
 }
 
 void AppRuntime::openRequestedWindow()
@@ -144,6 +172,7 @@ QCoro::Task<> AppRuntime::shutDown()
 {
     stopMonitoring();
     m_flows.cancel();
+    m_opened.reach();
     co_await m_flows.drained();
     co_await m_platform.pasteboard.handOver();
 }
@@ -157,15 +186,21 @@ void AppRuntime::restartMonitoring()
         return;
     m_clipboardMonitor.start();
     setMonitoring(true);
+    m_flows.add(watchFolder());
+    qCInfo(lcRuntime, "monitoring started");
+}
+
+QCoro::Task<> AppRuntime::watchFolder()
+{
+    const ScreenshotDirectoryMonitor::Handler handler = [this](const QByteArray& path,
+                                                               ScreenshotDirectoryMonitor::Report report) {
+        m_fileIntake->importDiscoveredFile(path, report);
+    };
     try {
-        m_directoryMonitor.start(m_settings.monitoredDirectory(),
-                                 [this](const QString& path, ScreenshotDirectoryMonitor::Report report) {
-                                     m_fileIntake->importDiscoveredFile(path, report);
-                                 });
+        co_await m_directoryMonitor.start(m_settings.monitoredDirectory(), handler);
     } catch (const std::exception& error) {
         setLastError(tr("剪贴板记录仍在运行，但无法监听截图目录：") + localizedDescription(error));
     }
-    qCInfo(lcRuntime, "monitoring started");
 }
 
 void AppRuntime::stopMonitoring()
@@ -215,18 +250,13 @@ QCoro::Task<> AppRuntime::updateHotKeys()
     Q_EMIT hotKeysChanged();
 }
 
-void AppRuntime::refreshPermissions()
+QCoro::Task<> AppRuntime::applyLaunchAtLogin(bool launches)
 {
-    m_flows.add(updatePermissions());
-}
-
-QCoro::Task<> AppRuntime::updatePermissions()
-{
-    const PermissionState permissions = co_await m_platform.permissions.probe();
-    if (permissions == m_permissions)
-        co_return;
-    m_permissions = permissions;
-    Q_EMIT permissionsChanged();
+    try {
+        co_await m_integration.setLaunchAtLogin(launches);
+    } catch (const std::exception& error) {
+        setLastError(tr("无法更新开机启动设置：") + localizedDescription(error));
+    }
 }
 
 void AppRuntime::toggleQuickSearch()
@@ -275,14 +305,22 @@ QCoro::Task<LibraryFacets> AppRuntime::facets()
 QCoro::Task<> AppRuntime::copy(ScreenshotRecord record, bool pasteIntoPreviousApplication)
 {
     const FlowSet::Stay stay(m_flows);
+    const std::optional<QString> message = co_await copyOrExplain(record, pasteIntoPreviousApplication);
+    if (message)
+        setLastError(*message);
+}
+
+QCoro::Task<std::optional<QString>> AppRuntime::copyOrExplain(ScreenshotRecord record,
+                                                              bool pasteIntoPreviousApplication)
+{
+    const FlowSet::Stay stay(m_flows);
     const PasteBack::Result result =
         co_await m_pasteBack.copy(record, pasteIntoPreviousApplication, m_store.get());
-    if (result.message)
-        setLastError(*result.message);
     if (!result.isOnPasteboard || !m_store)
-        co_return;
+        co_return result.message;
     co_await m_store->markUsed(record.id, m_platform.clock.now());
-    Q_EMIT libraryChanged();
+    Q_EMIT libraryChanged({LibraryChange::Kind::Used, {record.id}});
+    co_return result.message;
 }
 
 void AppRuntime::preview(const ScreenshotRecord& record)
@@ -312,7 +350,7 @@ QCoro::Task<> AppRuntime::toggleFavorite(ScreenshotRecord record)
     if (!m_store)
         co_return;
     co_await m_store->setFavorite(record.id, !record.isFavorite);
-    Q_EMIT libraryChanged();
+    Q_EMIT libraryChanged({LibraryChange::Kind::Edited, {record.id}});
 }
 
 QCoro::Task<> AppRuntime::togglePinned(ScreenshotRecord record)
@@ -321,7 +359,7 @@ QCoro::Task<> AppRuntime::togglePinned(ScreenshotRecord record)
     if (!m_store)
         co_return;
     co_await m_store->setPinned(record.id, !record.isPinned);
-    Q_EMIT libraryChanged();
+    Q_EMIT libraryChanged({LibraryChange::Kind::Edited, {record.id}});
 }
 
 QCoro::Task<> AppRuntime::moveToTrash(ScreenshotRecord record)
@@ -330,7 +368,7 @@ QCoro::Task<> AppRuntime::moveToTrash(ScreenshotRecord record)
     if (!m_store)
         co_return;
     co_await m_store->moveToTrash(record.id, m_platform.clock.now());
-    Q_EMIT libraryChanged();
+    Q_EMIT libraryChanged({LibraryChange::Kind::Trashed, {record.id}});
 }
 
 QCoro::Task<> AppRuntime::saveMetadata(ScreenshotRecord record, QStringList tags, QString note)
@@ -339,7 +377,7 @@ QCoro::Task<> AppRuntime::saveMetadata(ScreenshotRecord record, QStringList tags
     if (!m_store)
         co_return;
     co_await m_store->updateMetadata(record.id, tags, note);
-    Q_EMIT libraryChanged();
+    Q_EMIT libraryChanged({LibraryChange::Kind::Edited, {record.id}});
 }
 
 // --- what is published ------------------------------------------------------

@@ -6,7 +6,12 @@
 #include "app/GlobalHotKeyService.h"
 #include "app/LibraryFiles.h"
 #include "app/PasteBack.h"
+#include "app/PermissionRequests.h"
+#include "app/StorageMaintenance.h"
+#include "app/SystemIntegrationService.h"
+#include "app/archive/LibraryArchive.h"
 #include "base/FlowSet.h"
+#include "base/Milestone.h"
 #include "capture/ClipboardMonitor.h"
 #include "capture/KeyedGate.h"
 #include "capture/ScreenshotDirectoryMonitor.h"
@@ -39,15 +44,28 @@ public:
     /// Nothing else may be called afterwards.
     [[nodiscard]] QCoro::Task<> shutDown();
 
+    /// Ends when the library may be asked and recording has begun, or the library could not be opened.
+    [[nodiscard]] QCoro::Task<> opened();
+
     [[nodiscard]] AppSettings& settings() { return m_settings; }
-    [[nodiscard]] SQLiteStore* store() const { return m_store.get(); } ///< Null when it did not open.
+    [[nodiscard]] SQLiteStore* store() const { return m_store.get(); }        ///< Null when it did not open.
+    [[nodiscard]] LibraryArchive* archive() const { return m_archive.get(); } ///< Null without a library.
+    [[nodiscard]] FileIntake* fileIntake() const { return m_fileIntake.get(); } ///< Null without a library.
+    [[nodiscard]] const std::optional<AppPaths>& paths() const { return m_paths; }
+    /// Where the runtime's flows are kept until it ends.
+    [[nodiscard]] FlowSet& flows() { return m_flows; }
     [[nodiscard]] bool isMonitoring() const { return m_isMonitoring; }
     /// Whether the quick-search shortcut could be registered; the others do not count.
     [[nodiscard]] bool hotKeyAvailable() const { return m_hotKeyAvailable; }
     [[nodiscard]] const HotKeys& hotKeyConflicts() const { return m_hotKeyConflicts; }
-    [[nodiscard]] bool screenRecordingPermissionGranted() const { return m_permissions.screenRecording; }
-    [[nodiscard]] bool accessibilityPermissionGranted() const { return m_permissions.accessibility; }
-    [[nodiscard]] bool reminderPermissionGranted() const { return m_permissions.reminders; }
+    [[nodiscard]] bool screenRecordingPermissionGranted() const
+    {
+        return m_permissions.state().screenRecording;
+    }
+    [[nodiscard]] bool accessibilityPermissionGranted() const { return m_permissions.state().accessibility; }
+    [[nodiscard]] bool reminderPermissionGranted() const { return m_permissions.state().reminders; }
+    /// Bytes allocated by the library when it was last measured.
+    [[nodiscard]] qint64 storageBytes() const { return m_storage.storageBytes(); }
     /// What to tell the person about the most recent failure.
     [[nodiscard]] const std::optional<QString>& lastError() const { return m_lastError; }
     void clearLastError();
@@ -65,13 +83,34 @@ public:
     void panelSettled() { m_hotKeyService.releaseKeyboard(); }
     /// Recognises the text in a region of the screen.
     void performLocalOCR();
-    void refreshPermissions();
+    void refreshPermissions() { m_permissions.refresh(); }
+    void requestReminderPermission() { m_permissions.requestReminderPermission(); }
+    /// What to do for a permission that is missing.
+    [[nodiscard]] PermissionRequests& permissionRequests() { return m_permissions; }
+    /// Brings the system in line with the setting; where that fails the setting stays, and the person is
+    /// told.
+    void updateLaunchAtLogin() { m_flows.add(applyLaunchAtLogin(m_settings.launchAtLogin())); }
+
+    // As in StorageMaintenance.
+    void refreshStorageUsage() { m_storage.refreshStorageUsage(); }
+    [[nodiscard]] QCoro::Task<> enforceStorageLimit() { return m_storage.enforceStorageLimit(); }
+    [[nodiscard]] QCoro::Task<> clearAllData() { return m_storage.clearAllData(); }
+    [[nodiscard]] QCoro::Task<qint64> purgeTrash(StorageMaintenance::Trash which)
+    {
+        return m_storage.purgeTrash(which);
+    }
+    [[nodiscard]] QCoro::Task<StorageUsage> measureUsage() { return m_storage.measureUsage(); }
 
     [[nodiscard]] Clock& clock() override { return m_platform.clock; }
     [[nodiscard]] QCoro::Task<QList<ScreenshotRecord>> search(ListRequest request,
                                                               std::stop_token stop) override;
     [[nodiscard]] QCoro::Task<LibraryFacets> facets() override;
     [[nodiscard]] QCoro::Task<> copy(ScreenshotRecord record, bool pasteIntoPreviousApplication) override;
+    /// The same. @returns what the person has to know, if anything, without telling it in `lastError`.
+    [[nodiscard]] QCoro::Task<std::optional<QString>> copyOrExplain(ScreenshotRecord record,
+                                                                    bool pasteIntoPreviousApplication);
+    /// The program in front now is where pasting goes.
+    void rememberPreviousApplication() { m_pasteBack.rememberPreviousApplication(); }
     [[nodiscard]] QCoro::Task<> toggleFavorite(ScreenshotRecord record) override;
     [[nodiscard]] QCoro::Task<> togglePinned(ScreenshotRecord record) override;
     [[nodiscard]] QCoro::Task<> moveToTrash(ScreenshotRecord record) override;
@@ -89,20 +128,23 @@ Q_SIGNALS:
     void isMonitoringChanged();
     void hotKeysChanged();
     void permissionsChanged();
+    void storageBytesChanged();
     void lastErrorChanged();
 
 private:
     QCoro::Task<> openLibrary();
     void installIntakes();
     QCoro::Task<> reconcile();
+    QCoro::Task<> watchFolder();
     QCoro::Task<> recoverImports();
-    QCoro::Task<> purgeExpiredTrash();
     QCoro::Task<> updateHotKeys();
-    QCoro::Task<> updatePermissions();
+    QCoro::Task<> applyLaunchAtLogin(bool launches);
     QCoro::Task<> reveal(ScreenshotRecord record);
     void stopMonitoring();
     void openRequestedWindow();
     void observeActivation();
+    void observeStorage();
+    void observePermissions();
     void setMonitoring(bool isMonitoring);
     void setLastError(const QString& message);
 
@@ -114,13 +156,17 @@ private:
     bool m_hotKeyAvailable = true;
     HotKeys m_hotKeyConflicts;
     KeyedGate m_hotKeyGate;
-    PermissionState m_permissions;
+    SystemIntegrationService m_integration;
+    PermissionRequests m_permissions;
     std::optional<QString> m_lastError;
     LibraryFiles m_libraryFiles;
+    StorageMaintenance m_storage;
     std::optional<AppPaths> m_paths;
     std::unique_ptr<SQLiteStore> m_store;
     std::unique_ptr<FrontmostAppTracker> m_frontmostAppTracker;
     std::unique_ptr<ScreenshotImporter> m_importer;
+    std::unique_ptr<LibraryArchive> m_archive;
+    Milestone m_opened;
     ScreenshotDirectoryMonitor m_directoryMonitor;
     ClipboardMonitor m_clipboardMonitor;
     GlobalHotKeyService m_hotKeyService;

@@ -10,4 +10,15 @@ namespace tessary {
     return QStringLiteral("com.tessary.Tessary");
 }
 
+/// Where on the session bus it can be asked.
+[[nodiscard]] inline QString busObjectPath()
+{
+    return QStringLiteral("/com/tessary/Tessary");
+}
+
+[[nodiscard]] inline QString busInterface()
+{
+    return QStringLiteral("com.tessary.Tessary1");
+}
+
 } // namespace tessary

@@ -38,8 +38,11 @@ QCoro::Task<> ClipboardIntake::import(ClipboardPayload payload,
                                       std::optional<SourceApplicationSnapshot> source)
 {
     try {
-        co_await m_importer.importClipboardPayload(payload, source);
-        Q_EMIT libraryChanged(); // a repeat changes the library as well
+        const ScreenshotImporter::Record record = co_await m_importer.importClipboardPayload(payload, source);
+        if (record)
+            Q_EMIT libraryChanged({LibraryChange::Kind::Added, {record->id}});
+        else
+            Q_EMIT libraryChanged({LibraryChange::Kind::Repeated, {}});
     } catch (const std::exception& error) {
         Q_EMIT failed(tr("无法记录剪贴板：") + localizedDescription(error));
     }

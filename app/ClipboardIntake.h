@@ -1,6 +1,7 @@
 #pragma once
 
 #include "capture/SourceApplicationSnapshot.h"
+#include "search/LibraryChange.h"
 #include "store/ScreenshotRecord.h"
 
 #include <qcoro/qcorotask.h>
@@ -26,7 +27,7 @@ public:
     void take(const ClipboardPayload& payload);
 
 Q_SIGNALS:
-    void libraryChanged();
+    void libraryChanged(const tessary::LibraryChange& change);
     /// An import failed. @param message the sentence for the person.
     void failed(const QString& message);
 

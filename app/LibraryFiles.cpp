@@ -1,18 +1,78 @@
 #include "app/LibraryFiles.h"
 
+#include "base/AtomicFile.h"
+#include "capture/ClipboardImageName.h"
 #include "capture/ImportJournal.h"
 #include "platform/StandardFolders.h"
 
+#include <QDir>
 #include <QFile>
 
 namespace tessary {
+namespace {
+
+QStringList itemFolders(const AppPaths& paths)
+{
+    return {paths.originals, paths.thumbnails, paths.appIcons};
+}
+
+/// A record may name any file, if somebody else wrote it; only what lies in our folders is ours to remove.
+bool isOurs(const AppPaths& paths, const QString& file)
+{
+    return itemFolders(paths).contains(QFileInfo(QDir::cleanPath(file)).path());
+}
+
+/// Takes errors until it is done, and tells the first.
+class Remover {
+public:
+    void remove(const QFileInfo& entry)
+    {
+        try {
+            if (entry.isDir() && !entry.isSymLink() && !QDir(entry.filePath()).removeRecursively())
+                throw FileError(FileError::Case::WriteUnknown, entry.filePath());
+            if (!entry.isDir() || entry.isSymLink())
+                removeFile(entry.filePath());
+        } catch (const FileError& error) {
+            if (!m_first)
+                m_first = error;
+        }
+    }
+    void finish() const
+    {
+        if (m_first)
+            throw FileError(*m_first);
+    }
+
+private:
+    std::optional<FileError> m_first;
+};
+
+void emptyFolders(const AppPaths& paths)
+{
+    constexpr QDir::Filters kEverything =
+        QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot;
+    Remover remover;
+    for (const QString& folder : itemFolders(paths)) {
+        for (const QFileInfo& entry : QDir(folder).entryInfoList(kEverything, QDir::Unsorted))
+            remover.remove(entry);
+    }
+    for (const QFileInfo& entry : QDir(paths.root).entryInfoList(QDir::Files | QDir::Hidden)) {
+        if (!nominalImageName(entry.fileName()).isEmpty())
+            remover.remove(entry);
+    }
+    remover.finish();
+}
+
+} // namespace
 
 LibraryFiles::LibraryFiles() : m_lane(QStringLiteral("tessary.files")) {}
 
 QCoro::Task<AppPaths> LibraryFiles::prepare(const StandardFolders& folders)
 {
-    auto preparing = m_lane.post([&folders] {
+    auto preparing = m_lane.post([this, &folders] {
         AppPaths paths = AppPaths::live(folders);
+        if (!m_lock)
+            m_lock = std::make_unique<LibraryLock>(paths.root);
         ImportJournal(paths).sweepRoot(); // now, before anything of ours writes there
         return paths;
     });
@@ -31,18 +91,20 @@ QCoro::Task<std::optional<QString>> LibraryFiles::firstExisting(QStringList path
     co_return co_await looking;
 }
 
-QCoro::Task<> LibraryFiles::removeFilesOf(QList<ScreenshotRecord> records)
+QCoro::Task<> LibraryFiles::removeFiles(AppPaths paths, QStringList files)
 {
-    auto removing = m_lane.post([records] {
-        for (const ScreenshotRecord& record : records) {
-            if (!record.libraryPath.isEmpty())
-                QFile::remove(record.libraryPath);
-            if (record.thumbnailPath)
-                QFile::remove(*record.thumbnailPath);
-            if (record.sourceAppIconPath)
-                QFile::remove(*record.sourceAppIconPath);
+    auto removing = m_lane.post([paths, files] {
+        for (const QString& file : files) {
+            if (isOurs(paths, file))
+                QFile::remove(file);
         }
     });
+    co_await removing;
+}
+
+QCoro::Task<> LibraryFiles::removeAllFiles(AppPaths paths)
+{
+    auto removing = m_lane.post([paths] { emptyFolders(paths); });
     co_await removing;
 }
 

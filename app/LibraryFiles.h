@@ -1,10 +1,15 @@
 #pragma once
 
+#include "app/LibraryLock.h"
 #include "base/SerialLane.h"
 #include "store/AppPaths.h"
-#include "store/ScreenshotRecord.h"
+
+#include <QStringList>
 
 #include <qcoro/qcorotask.h>
+
+#include <memory>
+#include <optional>
 
 namespace tessary {
 
@@ -15,15 +20,19 @@ class LibraryFiles {
 public:
     LibraryFiles();
 
-    /// Finds the library's folders, making what is missing and clearing away half-written files of an
-    /// earlier run. @throws FileError.
+    /// Finds the library's folders, making what is missing, keeps other programs from them for as long as
+    /// this lives, and clears away half-written files of an earlier run. @throws FileError, LibraryError.
     [[nodiscard]] QCoro::Task<AppPaths> prepare(const StandardFolders& folders);
     /// @returns the first of the paths at which there is a file.
     [[nodiscard]] QCoro::Task<std::optional<QString>> firstExisting(QStringList paths);
-    /// Removes the original, thumbnail and icon of each; what cannot be removed is passed over.
-    [[nodiscard]] QCoro::Task<> removeFilesOf(QList<ScreenshotRecord> records);
+    /// Removes those of the files that lie in the library's folders; what cannot be removed is passed over.
+    [[nodiscard]] QCoro::Task<> removeFiles(AppPaths paths, QStringList files);
+    /// Removes every entry of the folders of originals, thumbnails and icons, and copied pictures that wait
+    /// to become items. @throws FileError for the first that cannot be removed, once the others are gone.
+    [[nodiscard]] QCoro::Task<> removeAllFiles(AppPaths paths);
 
 private:
+    std::unique_ptr<LibraryLock> m_lock; // touched only on the lane
     SerialLane m_lane;
 };
 

@@ -14,14 +14,9 @@ namespace {
 
 constexpr int kPatience = 3000; // milliseconds for the first program to answer
 
-QString objectPath()
-{
-    return QStringLiteral("/com/tessary/Tessary");
-}
-
 } // namespace
 
-SingleInstance::Outcome SingleInstance::claim()
+SingleInstance::Outcome SingleInstance::claim(QObject& object, IfAnother ifAnother)
 {
     QDBusConnection bus = QDBusConnection::sessionBus();
     if (!bus.isConnected()) {
@@ -29,16 +24,16 @@ SingleInstance::Outcome SingleInstance::claim()
         return Outcome::First;
     }
     // The object first: whoever finds the name can call it at once.
-    bus.registerObject(objectPath(), this,
-                       QDBusConnection::ExportScriptableSlots | QDBusConnection::ExportAllSlots);
+    bus.registerObject(busObjectPath(), &object, QDBusConnection::ExportAdaptors);
     const auto reply =
         bus.interface()->registerService(applicationIdentifier(), QDBusConnectionInterface::DontQueueService,
                                          QDBusConnectionInterface::DontAllowReplacement);
     if (reply.value() == QDBusConnectionInterface::ServiceRegistered)
         return Outcome::First;
-    const QDBusMessage call =
-        QDBusMessage::createMethodCall(applicationIdentifier(), objectPath(),
-                                       QStringLiteral("com.tessary.Tessary1"), QStringLiteral("ShowPanel"));
+    if (ifAnother == IfAnother::IsLeftAlone)
+        return Outcome::HandedOver;
+    const QDBusMessage call = QDBusMessage::createMethodCall(applicationIdentifier(), busObjectPath(),
+                                                             busInterface(), QStringLiteral("ShowPanel"));
     const QDBusMessage answer = bus.call(call, QDBus::Block, kPatience);
     if (answer.type() == QDBusMessage::ErrorMessage)
         qCWarning(lcInstance, "Tessary runs already and does not answer");

@@ -5,28 +5,18 @@
 namespace tessary {
 
 /// The program's presence on the session bus: holds its name, so that a second start finds the first.
-///
-/// Bus interface `com.tessary.Tessary1` on `/com/tessary/Tessary`: `ShowPanel()`.
-class SingleInstance : public QObject {
-    Q_OBJECT
-    Q_CLASSINFO("D-Bus Interface", "com.tessary.Tessary1")
+class SingleInstance {
 public:
     enum class Outcome {
         First,     ///< The name is ours.
-        HandedOver ///< Another runs and was asked to show its panel.
+        HandedOver ///< Another runs, and was asked to show its panel if that was wished.
     };
 
-    using QObject::QObject;
+    enum class IfAnother { ShowsItsPanel, IsLeftAlone };
 
     /// Once, at start-up. Without a session bus every start is the first.
-    [[nodiscard]] Outcome claim();
-
-public Q_SLOTS:
-    /// Called over the bus.
-    void ShowPanel() { Q_EMIT panelRequested(); }
-
-Q_SIGNALS:
-    void panelRequested();
+    /// @param object whose adaptors are what others may call, from the moment the name is ours.
+    [[nodiscard]] static Outcome claim(QObject& object, IfAnother ifAnother);
 };
 
 } // namespace tessary

@@ -1,5 +1,7 @@
 #include "base/AtomicFile.h"
 
+#include "base/RegularFile.h"
+
 #include <QFile>
 #include <QFileInfo>
 #include <QUuid>
@@ -13,29 +15,6 @@
 
 namespace tessary {
 namespace {
-
-class FileDescriptor {
-public:
-    explicit FileDescriptor(int descriptor) : m_descriptor(descriptor) {}
-    ~FileDescriptor()
-    {
-        if (m_descriptor >= 0)
-            ::close(m_descriptor);
-    }
-    FileDescriptor(const FileDescriptor&) = delete;
-    FileDescriptor& operator=(const FileDescriptor&) = delete;
-
-    [[nodiscard]] int get() const { return m_descriptor; }
-    /// Some file systems report a failed write only here.
-    [[nodiscard]] bool close()
-    {
-        const int descriptor = std::exchange(m_descriptor, -1);
-        return ::close(descriptor) == 0;
-    }
-
-private:
-    int m_descriptor;
-};
 
 /// A new file beside the destination that takes its name on `commit`, and is gone otherwise.
 class TemporarySibling {
@@ -137,12 +116,16 @@ void writeFileAtomically(const QString& path, const QByteArray& bytes, Durabilit
 
 void copyFileAtomically(const QString& source, const QString& destination, Durability durability)
 {
-    const FileDescriptor in(::open(QFile::encodeName(source).constData(), O_RDONLY | O_CLOEXEC));
-    if (in.get() < 0)
-        throw FileError::fromErrno(errno, source, FileError::Operation::Read);
+    const FileDescriptor in = openRegularFile(source);
     TemporarySibling file(destination);
     copyContents(in.get(), source, file);
     file.commit(durability);
+}
+
+void removeFile(const QString& path)
+{
+    if (::unlink(QFile::encodeName(path).constData()) != 0 && errno != ENOENT)
+        throw FileError::fromErrno(errno, path, FileError::Operation::Write);
 }
 
 } // namespace tessary

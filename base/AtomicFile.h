@@ -18,4 +18,7 @@ void writeFileAtomically(const QString& path, const QByteArray& bytes, Durabilit
 /// @throws FileError for either file; no destination is left then.
 void copyFileAtomically(const QString& source, const QString& destination, Durability durability);
 
+/// Sees to it that there is no such file (or link). Blocks on the disk. @throws FileError.
+void removeFile(const QString& path);
+
 } // namespace tessary

@@ -1,12 +1,12 @@
 #include "base/ContentHash.h"
 
 #include "base/FileError.h"
+#include "base/RegularFile.h"
 
 #include <openssl/evp.h>
 
-#include <QFile>
-
 #include <array>
+#include <cerrno>
 #include <memory>
 #include <new>
 #include <vector>
@@ -40,7 +40,7 @@ private:
     std::unique_ptr<EVP_MD_CTX, decltype(&EVP_MD_CTX_free)> m_context;
 };
 
-constexpr qint64 kPieceSize = 256 * 1024;
+constexpr size_t kPieceSize = 256 * 1024;
 
 } // namespace
 
@@ -53,19 +53,16 @@ QString contentHash(QByteArrayView bytes)
 
 FileDigest digestOfFile(const QString& path)
 {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly | QIODevice::Unbuffered)) {
-        const auto which =
-            file.exists() ? FileError::Case::ReadNoPermission : FileError::Case::ReadNoSuchFile;
-        throw FileError(which, path);
-    }
+    const FileDescriptor file = openRegularFile(path);
     Sha256 digest;
     std::vector<char> piece(kPieceSize);
     qint64 total = 0;
     for (;;) {
-        const qint64 count = file.read(piece.data(), kPieceSize);
+        const ssize_t count = ::read(file.get(), piece.data(), piece.size());
+        if (count < 0 && errno == EINTR)
+            continue;
         if (count < 0)
-            throw FileError(FileError::Case::ReadUnknown, path);
+            throw FileError::fromErrno(errno, path, FileError::Operation::Read);
         if (count == 0)
             return {digest.hexadecimal(), total};
         digest.add(QByteArrayView(piece.data(), count));

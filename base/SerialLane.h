@@ -1,11 +1,11 @@
 #pragma once
 
+#include "base/LaneQueue.h"
+
 #include <QObject>
 
 #include <concepts>
-#include <condition_variable>
 #include <coroutine>
-#include <deque>
 #include <exception>
 #include <functional>
 #include <memory>
@@ -48,12 +48,9 @@ public:
     [[nodiscard]] const QString& name() const { return m_name; }
 
 private:
-    void run(std::stop_token stop);
-
     QString m_name;
-    std::mutex m_mutex;
-    std::condition_variable_any m_wake;
-    std::deque<std::function<void()>> m_work;
+    LaneQueue m_queue;
+    std::once_flag m_started;
     std::jthread m_thread; // last: it uses all of the above
 };
 
@@ -67,8 +64,12 @@ public:
 
     void resume(std::coroutine_handle<> coroutine)
     {
-        QMetaObject::invokeMethod(
-            m_home, [coroutine] { coroutine.resume(); }, Qt::QueuedConnection);
+        call([coroutine] { coroutine.resume(); });
+    }
+    /// Calls the function there, unless this is gone by then.
+    void call(const std::function<void()>& function)
+    {
+        QMetaObject::invokeMethod(m_home, function, Qt::QueuedConnection);
     }
 
 private:

@@ -8,11 +8,12 @@
 
 namespace tessary {
 
-/// What the file system says about a file.
+/// What the file system says about a file; of a link, about the file that it leads to.
 struct FileFacts {
     std::optional<Date> created; ///< Absent where the file system does not keep it.
     std::optional<Date> modified;
-    qint64 size = -1; ///< Bytes; -1 when unknown.
+    qint64 size = -1;       ///< Bytes; -1 when unknown.
+    bool isRegular = false; ///< Not a folder, a pipe or a device.
 };
 
 /// Blocks on the disk.

@@ -127,6 +127,13 @@ void FrontmostAppTracker::prune(Date now)
         m_samples.remove(0, m_samples.size() - kMostSamples);
 }
 
+QCoro::Task<> FrontmostAppTracker::erase()
+{
+    clear();
+    auto removing = m_persistenceQueue.post([path = m_logPath] { removeFile(path); });
+    co_await removing;
+}
+
 void FrontmostAppTracker::persist()
 {
     m_persistenceQueue.postDetached([path = m_logPath, samples = m_samples] {

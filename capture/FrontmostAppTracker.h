@@ -37,6 +37,9 @@ public:
     [[nodiscard]] const QList<FrontmostAppSample>& samples() const { return m_samples; } ///< Oldest first.
     /// Forgets the history, in memory only.
     void clear() { m_samples.clear(); }
+    /// Forgets the history and removes the log, also what is about to be written to it. What happens from
+    /// now on is recorded anew. @throws FileError when the log cannot be removed.
+    [[nodiscard]] QCoro::Task<> erase();
 
 private:
     enum class Repeats { Dropped, Recorded };

@@ -84,15 +84,37 @@ QCoro::Task<ScreenshotImporter::Record>
 ScreenshotImporter::importClipboardPayload(ClipboardPayload payload,
                                            std::optional<SourceApplicationSnapshot> source)
 {
-    if (auto* text = std::get_if<QString>(&payload))
-        return importText(std::move(*text), std::move(source));
-    return importImage(std::move(std::get<QByteArray>(payload)), std::move(source));
+    auto beginning = m_epochs.begin();
+    const ImportEpochs::Epoch epoch = co_await beginning;
+    const bool isText = std::holds_alternative<QString>(payload);
+    auto importing =
+        isText ? importText(std::move(std::get<QString>(payload)), source, epoch)
+               : importTemporary(claimTemporary(epoch), std::move(std::get<QByteArray>(payload)), source);
+    co_return co_await unlessForgotten(epoch, std::move(importing));
+}
+
+template <typename Result>
+QCoro::Task<Result> ScreenshotImporter::unlessForgotten(ImportEpochs::Epoch epoch, QCoro::Task<Result> import)
+{
+    Result result{};
+    std::exception_ptr failure;
+    try {
+        result = co_await import;
+    } catch (...) {
+        failure = std::current_exception();
+    }
+    if (!m_epochs.isCurrent(epoch))
+        co_return Result{};
+    if (failure)
+        std::rethrow_exception(failure);
+    co_return result;
 }
 
 // --- text -------------------------------------------------------------------
 
 QCoro::Task<ScreenshotImporter::Record>
-ScreenshotImporter::importText(QString text, std::optional<SourceApplicationSnapshot> application)
+ScreenshotImporter::importText(QString text, std::optional<SourceApplicationSnapshot> application,
+                               ImportEpochs::Epoch epoch)
 {
     auto preparing = m_lane.post([text] { return prepare(text); });
     const PreparedText prepared = co_await preparing;
@@ -117,16 +139,16 @@ ScreenshotImporter::importText(QString text, std::optional<SourceApplicationSnap
     record.sourceAppIconPath = co_await saveAppIcon(application, record.id);
     record.capturedAt = m_clock.now();
     record.importedAt = record.capturedAt;
-    const bool wasInserted = co_await insertOrDiscard(record);
+    const bool wasInserted = co_await insertOrDiscard(record, epoch);
     co_return wasInserted ? Record(record) : std::nullopt;
 }
 
 // --- pictures ---------------------------------------------------------------
 
 QCoro::Task<ScreenshotImporter::Record>
-ScreenshotImporter::importImage(QByteArray bytes, std::optional<SourceApplicationSnapshot> application)
+ScreenshotImporter::importTemporary(Source source, QByteArray bytes,
+                                    std::optional<SourceApplicationSnapshot> application)
 {
-    const Source source = claimTemporary();
     Record record;
     std::exception_ptr failure;
     try {
@@ -134,7 +156,10 @@ ScreenshotImporter::importImage(QByteArray bytes, std::optional<SourceApplicatio
             [path = source.path, bytes] { writeFileAtomically(path, bytes, Durability::Process); });
         bytes.clear();
         co_await writing;
-        record = co_await importSource(source, application, CountDuplicate::Yes);
+        if (m_epochs.isCurrent(source.epoch)) {
+            const Taken taken = co_await importSource(source, application, CountDuplicate::Yes);
+            record = taken.record;
+        }
         if (record)
             co_await m_store.markUsed(record->id, m_clock.now());
     } catch (...) {
@@ -148,10 +173,11 @@ ScreenshotImporter::importImage(QByteArray bytes, std::optional<SourceApplicatio
     co_return record;
 }
 
-ScreenshotImporter::Source ScreenshotImporter::claimTemporary()
+ScreenshotImporter::Source ScreenshotImporter::claimTemporary(ImportEpochs::Epoch epoch)
 {
     const QString name = clipboardImageName(m_clock.now().toDateTime());
     Source source;
+    source.epoch = epoch;
     source.nominalPath = m_paths.root + QLatin1Char('/') + name;
     source.path = source.nominalPath;
     for (int n = 2; m_temporaryPaths.contains(source.path); ++n)
@@ -164,26 +190,45 @@ QCoro::Task<ScreenshotImporter::Record>
 ScreenshotImporter::importFile(QString path, std::optional<SourceApplicationSnapshot> source,
                                CountDuplicate countDuplicate)
 {
-    return importSource({path, path}, std::move(source), countDuplicate);
+    const Taken taken = co_await take(path, source, countDuplicate);
+    co_return taken.record;
 }
 
-QCoro::Task<ScreenshotImporter::Record>
+QCoro::Task<FileImport> ScreenshotImporter::takeFile(QString path,
+                                                     std::optional<SourceApplicationSnapshot> source,
+                                                     CountDuplicate countDuplicate)
+{
+    const Taken taken = co_await take(path, source, countDuplicate);
+    co_return FileImport{taken.outcome, taken.record ? taken.record->id : taken.knownId};
+}
+
+QCoro::Task<ScreenshotImporter::Taken>
+ScreenshotImporter::take(QString path, std::optional<SourceApplicationSnapshot> application,
+                         CountDuplicate countDuplicate)
+{
+    auto beginning = m_epochs.begin();
+    const ImportEpochs::Epoch epoch = co_await beginning;
+    auto importing = importSource({path, path, epoch}, application, countDuplicate);
+    co_return co_await unlessForgotten(epoch, std::move(importing));
+}
+
+QCoro::Task<ScreenshotImporter::Taken>
 ScreenshotImporter::importSource(Source source, std::optional<SourceApplicationSnapshot> application,
                                  CountDuplicate countDuplicate)
 {
     const QString extension = extensionOf(source.path);
     if (!acceptedImageExtensions().contains(extension))
-        co_return std::nullopt;
+        co_return Taken{};
     co_await waitUntilStable(source.path);
     auto reading = m_lane.post([path = source.path] { return digestOfFile(path); });
     const FileDigest digest = co_await reading;
     auto entrance = m_hashes.enter(digest.hash);
     const KeyedGate::Pass pass = co_await entrance;
-    const bool isKnown = co_await m_store.contains(digest.hash);
-    if (isKnown) {
+    const std::optional<QUuid> knownId = co_await m_store.identifier(digest.hash);
+    if (knownId) {
         if (countDuplicate == CountDuplicate::Yes)
             co_await m_store.registerDuplicate(digest.hash, m_clock.now());
-        co_return std::nullopt;
+        co_return Taken{FileImport::Outcome::Known, knownId, {}};
     }
     ScreenshotRecord record;
     record.id = QUuid::createUuid();
@@ -195,7 +240,7 @@ ScreenshotImporter::importSource(Source source, std::optional<SourceApplicationS
     co_return co_await addImage(source, record, application);
 }
 
-QCoro::Task<ScreenshotImporter::Record>
+QCoro::Task<ScreenshotImporter::Taken>
 ScreenshotImporter::addImage(Source source, ScreenshotRecord record,
                              std::optional<SourceApplicationSnapshot> application)
 {
@@ -229,8 +274,11 @@ ScreenshotImporter::addImage(Source source, ScreenshotRecord record,
         record.fileSize = facts.size;
     record.ocrStatus = OCRStatus::Complete; // pictures are recognised on demand only
     record.contentType = ClipboardContentType::Image;
-    const bool wasInserted = co_await insertOrDiscard(record);
-    co_return wasInserted ? Record(record) : std::nullopt;
+    const bool wasInserted = co_await insertOrDiscard(record, source.epoch);
+    if (wasInserted)
+        co_return Taken{FileImport::Outcome::Added, {}, record};
+    const std::optional<QUuid> knownId = co_await m_store.identifier(record.contentHash);
+    co_return Taken{FileImport::Outcome::Known, knownId, {}};
 }
 
 QCoro::Task<> ScreenshotImporter::discardFiles(QUuid id)
@@ -239,12 +287,13 @@ QCoro::Task<> ScreenshotImporter::discardFiles(QUuid id)
     co_await discarding;
 }
 
-QCoro::Task<bool> ScreenshotImporter::insertOrDiscard(ScreenshotRecord record)
+QCoro::Task<bool> ScreenshotImporter::insertOrDiscard(ScreenshotRecord record, ImportEpochs::Epoch epoch)
 {
     bool wasInserted = false;
     std::exception_ptr failure;
     try {
-        wasInserted = co_await m_store.insert(record);
+        if (m_epochs.isCurrent(epoch))
+            wasInserted = co_await m_store.insert(record);
     } catch (...) {
         failure = std::current_exception();
     }
@@ -365,13 +414,16 @@ QCoro::Task<> ScreenshotImporter::undoInterrupted()
 QCoro::Task<bool> ScreenshotImporter::recoverPicture(QString fileName,
                                                      std::optional<SourceApplicationSnapshot> application)
 {
+    auto beginning = m_epochs.begin();
+    const ImportEpochs::Epoch epoch = co_await beginning;
     const Source source{m_paths.root + QLatin1Char('/') + fileName,
-                        m_paths.root + QLatin1Char('/') + nominalImageName(fileName)};
+                        m_paths.root + QLatin1Char('/') + nominalImageName(fileName), epoch};
     m_temporaryPaths.append(source.path);
     Record record;
     bool isDone = true;
     try {
-        record = co_await importSource(source, application, CountDuplicate::No);
+        const Taken taken = co_await importSource(source, application, CountDuplicate::No);
+        record = taken.record;
         if (record)
             co_await m_store.markUsed(record->id, m_clock.now());
     } catch (const FileError& error) {

@@ -1,6 +1,8 @@
 #pragma once
 
 #include "base/SerialLane.h"
+#include "capture/FileImport.h"
+#include "capture/ImportEpochs.h"
 #include "capture/ImportJournal.h"
 #include "capture/KeyedGate.h"
 #include "capture/SourceApplicationSnapshot.h"
@@ -36,6 +38,15 @@ public:
     /// @throws as above.
     [[nodiscard]] QCoro::Task<Record>
     importFile(QString path, std::optional<SourceApplicationSnapshot> source, CountDuplicate countDuplicate);
+    /// The same, and tells what came of it. @throws as above.
+    [[nodiscard]] QCoro::Task<FileImport>
+    takeFile(QString path, std::optional<SourceApplicationSnapshot> source, CountDuplicate countDuplicate);
+
+    /// The library is about to be cleared: imports that are under way end without an item, a file or an
+    /// error, and those that would begin wait until the hold is gone.
+    [[nodiscard]] ImportEpochs::Hold forgetRunningImports() { return m_epochs.end(); }
+    /// For others who bring items into the library.
+    [[nodiscard]] ImportEpochs& epochs() { return m_epochs; }
 
     /// Once at start-up, before anything is imported: finishes or undoes what an earlier run left half done.
     /// Copied pictures whose temporary file is still there are imported, attributed by `sourceAt`.
@@ -48,23 +59,37 @@ private:
     struct Source {
         QString path;
         QString nominalPath;
+        ImportEpochs::Epoch epoch = 0;
+    };
+    /// What came of a picture.
+    struct Taken {
+        FileImport::Outcome outcome = FileImport::Outcome::NotAccepted;
+        std::optional<QUuid> knownId; // of the item that holds the content already
+        Record record;                // the new item
     };
     QCoro::Task<> undoInterrupted();
     QCoro::Task<bool> recoverPicture(QString fileName, std::optional<SourceApplicationSnapshot> application);
-    QCoro::Task<Record> importText(QString text, std::optional<SourceApplicationSnapshot> application);
-    QCoro::Task<Record> importImage(QByteArray bytes, std::optional<SourceApplicationSnapshot> application);
-    QCoro::Task<Record> importSource(Source source, std::optional<SourceApplicationSnapshot> application,
-                                     CountDuplicate countDuplicate);
-    QCoro::Task<Record> addImage(Source source, ScreenshotRecord record,
-                                 std::optional<SourceApplicationSnapshot> application);
+    QCoro::Task<Record> importText(QString text, std::optional<SourceApplicationSnapshot> application,
+                                   ImportEpochs::Epoch epoch);
+    QCoro::Task<Record> importTemporary(Source source, QByteArray bytes,
+                                        std::optional<SourceApplicationSnapshot> application);
+    /// Its result, or an empty one once the import is to leave nothing behind.
+    template <typename Result>
+    QCoro::Task<Result> unlessForgotten(ImportEpochs::Epoch epoch, QCoro::Task<Result> import);
+    QCoro::Task<Taken> take(QString path, std::optional<SourceApplicationSnapshot> application,
+                            CountDuplicate countDuplicate);
+    QCoro::Task<Taken> importSource(Source source, std::optional<SourceApplicationSnapshot> application,
+                                    CountDuplicate countDuplicate);
+    QCoro::Task<Taken> addImage(Source source, ScreenshotRecord record,
+                                std::optional<SourceApplicationSnapshot> application);
     QCoro::Task<> discardFiles(QUuid id);
-    QCoro::Task<bool> insertOrDiscard(ScreenshotRecord record);
+    QCoro::Task<bool> insertOrDiscard(ScreenshotRecord record, ImportEpochs::Epoch epoch);
     QCoro::Task<> waitUntilStable(QString path);
     QCoro::Task<QSize> pixelSize(QString path);
     QCoro::Task<std::optional<QString>> createThumbnail(QString source, QUuid id);
     QCoro::Task<std::optional<QString>> saveAppIcon(std::optional<SourceApplicationSnapshot> application,
                                                     QUuid id);
-    [[nodiscard]] Source claimTemporary();
+    [[nodiscard]] Source claimTemporary(ImportEpochs::Epoch epoch);
 
     AppPaths m_paths;
     SQLiteStore& m_store;
@@ -72,6 +97,7 @@ private:
     ApplicationIcons& m_icons;
     Clock& m_clock;
     ImportJournal m_journal;
+    ImportEpochs m_epochs;
     KeyedGate m_hashes;           // content being imported
     QStringList m_temporaryPaths; // in use by imports of copied pictures
     SerialLane m_lane;

@@ -7,8 +7,10 @@
 #include "platform/GlobalHotKeyFacility.h"
 #include "platform/ImageCodec.h"
 #include "platform/KeystrokeSender.h"
+#include "platform/LoginItem.h"
 #include "platform/Pasteboard.h"
 #include "platform/Permissions.h"
+#include "platform/PrivacySettings.h"
 #include "platform/ScreenshotToolDefaults.h"
 #include "platform/StandardFolders.h"
 #include "platform/UserDefaults.h"
@@ -31,6 +33,8 @@ struct Platform {
     DirectoryWatcher& directories;
     FileManager& fileManager;
     KeystrokeSender& keystrokes;
+    LoginItem& loginItem;
+    PrivacySettings& privacySettings;
 };
 
 } // namespace tessary

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/Clock.h"
+#include "search/LibraryChange.h"
 #include "search/ListRequest.h"
 #include "store/ScreenshotRecord.h"
 
@@ -35,7 +36,7 @@ public:
 
 Q_SIGNALS:
     /// The library's content changed ("TessaryLibraryDidChange").
-    void libraryChanged();
+    void libraryChanged(const tessary::LibraryChange& change = {});
 };
 
 } // namespace tessary

@@ -41,7 +41,15 @@ CREATE TABLE IF NOT EXISTS ScreenshotEntity (
     deletedAt REAL
 );
 CREATE INDEX IF NOT EXISTS ScreenshotEntity_trash ON ScreenshotEntity(deletedAt) WHERE isDeleted = 1;
+CREATE INDEX IF NOT EXISTS ScreenshotEntity_pictures ON ScreenshotEntity(capturedAt)
+    WHERE isDeleted = 0 AND isFavorite = 0 AND isPinned = 0 AND contentType = 0;
 )";
+
+/// Items with a file whose name does not hold their id. An index of nothing, as a rule, which costs nothing
+/// and saves looking at every item whenever some are removed.
+constexpr char kHasForeignFiles[] = "(instr(libraryPath, id) = 0 AND libraryPath <> '') "
+                                    "OR instr(coalesce(thumbnailPath, id), id) = 0 "
+                                    "OR instr(coalesce(sourceAppIconPath, id), id) = 0";
 
 /// Reads required attributes; one that is missing or of the wrong kind makes the record invalid.
 class RequiredColumns {
@@ -96,6 +104,9 @@ CoreDataScreenshotStore::CoreDataScreenshotStore(const QString& path) : m_connec
     if (m_connection.integerResult("PRAGMA user_version") > kSchemaVersion)
         throw PersistenceError(PersistenceError::Case::NewerVersion);
     m_connection.run(kSchema);
+    m_connection.run(
+        QByteArray("CREATE INDEX IF NOT EXISTS ScreenshotEntity_foreign ON ScreenshotEntity(id) WHERE ") +
+        kHasForeignFiles);
     m_connection.run("PRAGMA user_version = " + QByteArray::number(kSchemaVersion));
 }
 
@@ -119,6 +130,15 @@ bool CoreDataScreenshotStore::contains(const QString& contentHash)
 {
     return m_connection.integerResult("SELECT count(*) FROM ScreenshotEntity WHERE contentHash = ?",
                                       {contentHash}) > 0;
+}
+
+std::optional<QUuid> CoreDataScreenshotStore::identifier(const QString& contentHash)
+{
+    SQLiteStatement found =
+        m_connection.query("SELECT id FROM ScreenshotEntity WHERE contentHash = ?", {contentHash});
+    if (!found.step())
+        return std::nullopt;
+    return QUuid::fromString(found.text(0));
 }
 
 bool CoreDataScreenshotStore::containsRecord(const QUuid& id)
@@ -161,6 +181,16 @@ QList<ScreenshotRecord> CoreDataScreenshotStore::allRecords()
     return records;
 }
 
+QList<ScreenshotRecord> CoreDataScreenshotStore::page(const QUuid& after, int limit)
+{
+    SQLiteStatement rows = select("WHERE id > ? ORDER BY id LIMIT ?",
+                                  {after.isNull() ? QString() : identifierText(after), qint64{limit}});
+    QList<ScreenshotRecord> records;
+    while (rows.nextRow())
+        records.append(decode(rows));
+    return records;
+}
+
 QList<ScreenshotRecord> CoreDataScreenshotStore::trashed(Date olderThan)
 {
     SQLiteStatement rows = select("WHERE isDeleted = 1 AND deletedAt < ?", {sqliteValue(olderThan)});
@@ -170,12 +200,88 @@ QList<ScreenshotRecord> CoreDataScreenshotStore::trashed(Date olderThan)
     return records;
 }
 
+QList<ItemFiles> CoreDataScreenshotStore::files(const QByteArray& condition,
+                                                const QList<SQLiteValue>& bindings)
+{
+    SQLiteStatement rows =
+        m_connection.query("SELECT id, fileSize, libraryPath, thumbnailPath, sourceAppIconPath "
+                           "FROM ScreenshotEntity " +
+                               condition,
+                           bindings);
+    QList<ItemFiles> items;
+    while (rows.nextRow()) {
+        ItemFiles item{RequiredColumns(rows).identifier(0), rows.integer(1), {}};
+        for (const int column : {2, 3, 4}) {
+            const QString path = rows.text(column);
+            if (!path.isEmpty())
+                item.paths.append(path);
+        }
+        items.append(item);
+    }
+    return items;
+}
+
+QList<ItemFiles> CoreDataScreenshotStore::trashedFiles(std::optional<Date> olderThan, int most)
+{
+    if (olderThan)
+        return files("WHERE isDeleted = 1 AND deletedAt < ? LIMIT ?",
+                     {sqliteValue(*olderThan), qint64(most)});
+    return files("WHERE isDeleted = 1 LIMIT ?", {qint64(most)});
+}
+
+QList<ItemFiles> CoreDataScreenshotStore::oldestPictureFiles(int most)
+{
+    return files("WHERE isDeleted = 0 AND isFavorite = 0 AND isPinned = 0 AND contentType = 0 "
+                 "ORDER BY capturedAt, rowid LIMIT ?",
+                 {qint64(most)});
+}
+
+qint64 CoreDataScreenshotStore::totalFileSize()
+{
+    // All less those in the trash, which have an index: a row's mark lies behind its text.
+    return m_connection.integerResult("SELECT coalesce(sum(max(fileSize, 0)), 0) FROM ScreenshotEntity") -
+           m_connection.integerResult("SELECT coalesce(sum(max(fileSize, 0)), 0) FROM ScreenshotEntity "
+                                      "WHERE isDeleted = 1");
+}
+
+QSet<QString> CoreDataScreenshotStore::foreignFiles()
+{
+    QSet<QString> paths;
+    for (const ItemFiles& item : files(QByteArray("WHERE ") + kHasForeignFiles, {})) {
+        for (const QString& path : item.paths)
+            paths.insert(path);
+    }
+    return paths;
+}
+
+bool CoreDataScreenshotStore::refersTo(const QString& path)
+{
+    return m_connection.integerResult("SELECT EXISTS (SELECT 1 FROM ScreenshotEntity WHERE libraryPath = ?1 "
+                                      "OR thumbnailPath = ?1 OR sourceAppIconPath = ?1)",
+                                      {path}) != 0;
+}
+
 std::optional<ScreenshotRecord> CoreDataScreenshotStore::remove(const QUuid& id)
 {
     std::optional<ScreenshotRecord> found = record(id);
     if (found)
-        m_connection.execute("DELETE FROM ScreenshotEntity WHERE id = ?", {identifierText(id)});
+        discard(id);
     return found;
+}
+
+void CoreDataScreenshotStore::discard(const QUuid& id)
+{
+    m_connection.execute("DELETE FROM ScreenshotEntity WHERE id = ?", {identifierText(id)});
+}
+
+void CoreDataScreenshotStore::discardAll()
+{
+    m_connection.run("DELETE FROM ScreenshotEntity");
+}
+
+qint64 CoreDataScreenshotStore::changeCount()
+{
+    return m_connection.totalChanges() + m_connection.integerResult("PRAGMA data_version");
 }
 
 qint64 CoreDataScreenshotStore::count()

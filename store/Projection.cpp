@@ -67,6 +67,27 @@ void Projection::remove(const QString& idText)
     m_connection.execute("DELETE FROM screenshots WHERE id = ?", {idText});
 }
 
+void Projection::removeAll()
+{
+    SQLiteTransaction transaction(m_connection);
+    recreateSearchTable(m_connection);
+    m_connection.run("DELETE FROM screenshots");
+    transaction.commit();
+}
+
+LibraryCounts Projection::counts()
+{
+    const auto count = [this](const char* condition) {
+        return m_connection.integerResult(QByteArray("SELECT count(*) FROM screenshots WHERE ") + condition);
+    };
+    constexpr const char* kText = "is_deleted = 0 AND content_type = 1";
+    LibraryCounts counts;
+    counts.texts = count(kText);
+    counts.images = count("is_deleted = 0") - counts.texts;
+    counts.inTrash = count("is_deleted = 1");
+    return counts;
+}
+
 qint64 Projection::rowCount()
 {
     return m_connection.integerResult("SELECT count(*) FROM screenshots");

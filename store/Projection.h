@@ -1,5 +1,6 @@
 #pragma once
 
+#include "store/LibraryCounts.h"
 #include "store/ListQuery.h"
 #include "store/PinyinText.h"
 #include "store/ScreenshotRecord.h"
@@ -27,6 +28,9 @@ public:
     void update(const QByteArray& assignments, QList<SQLiteValue> values, const QUuid& id);
     /// Removes the item and its full-text row, by the id as the row spells it.
     void remove(const QString& idText);
+    /// Removes all of them, in one transaction.
+    void removeAll();
+    [[nodiscard]] LibraryCounts counts();
 
     [[nodiscard]] qint64 rowCount();
     [[nodiscard]] qint64 searchRowCount();

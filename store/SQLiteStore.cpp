@@ -2,6 +2,7 @@
 
 #include "base/FreedMemory.h"
 #include "store/CoreDataScreenshotStore.h"
+#include "store/ItemRemover.h"
 #include "store/Projection.h"
 #include "store/ProjectionReconciler.h"
 #include "store/StoreError.h"
@@ -23,6 +24,7 @@ class SQLiteStore::Databases {
 public:
     explicit Databases(const QString& path)
         : m_structuredStore(path),
+          m_remover(m_structuredStore),
           m_projectionPath(projectionPath(path)),
           m_projection(std::in_place, m_projectionPath)
     {
@@ -65,15 +67,18 @@ public:
                             {record->duplicateCount, sqliteValue(now)}, record->id);
     }
 
-    void updateMetadata(const QUuid& id, const QStringList& tags, const QString& note)
+    /// @param tags, note what is to be replaced; absent stays.
+    void updateMetadata(const QUuid& id, const std::optional<QStringList>& tags,
+                        const std::optional<QString>& note)
     {
         std::optional<ScreenshotRecord> record = m_structuredStore.record(id);
         if (!record)
             return;
-        record->tags = tags;
-        record->note = note;
+        record->tags = tags.value_or(record->tags);
+        record->note = note.value_or(record->note);
         m_structuredStore.upsert(*record);
-        projection().update("tags_json = ?, note = ?", {QString::fromUtf8(encodeTags(tags)), note}, id);
+        projection().update("tags_json = ?, note = ?",
+                            {QString::fromUtf8(encodeTags(record->tags)), record->note}, id);
         projection().updateSearchIndex(*record);
     }
 
@@ -89,17 +94,23 @@ public:
         projection().update(assignments, values, id);
     }
 
-    QList<ScreenshotRecord> purgeTrash(Date olderThan)
+    RemovedItems purgeTrash(std::optional<Date> olderThan, int most)
     {
-        QList<ScreenshotRecord> purged;
-        for (const ScreenshotRecord& expired : m_structuredStore.trashed(olderThan)) {
-            const std::optional<ScreenshotRecord> removed = m_structuredStore.remove(expired.id);
-            projection().remove(identifierText(expired.id));
-            if (removed)
-                purged.append(*removed);
-        }
-        return purged;
+        return m_remover.removeTrash(projection(), olderThan, most);
     }
+
+    RemovedItems removeOldestPictures(qint64 limit, int most)
+    {
+        return m_remover.removeOldestPictures(projection(), limit, most);
+    }
+
+    void removeEverything()
+    {
+        m_remover.removeEverything(projection());
+        reopenProjection(); // the full-text engine remembers what it indexed last
+    }
+
+    LibraryCounts counts() { return projection().counts(); }
 
     QList<ScreenshotRecord> search(const ListRequest& request, const std::stop_token& stop)
     {
@@ -143,6 +154,7 @@ private:
     }
 
     CoreDataScreenshotStore m_structuredStore;
+    ItemRemover m_remover;
     QString m_projectionPath;
     std::optional<Projection> m_projection; // absent when it could not be opened again
 };
@@ -177,6 +189,13 @@ QCoro::Task<bool> SQLiteStore::contains(QString contentHash)
     co_return co_await work;
 }
 
+QCoro::Task<std::optional<QUuid>> SQLiteStore::identifier(QString contentHash)
+{
+    auto work =
+        m_lane.post([this, contentHash] { return m_databases->structuredStore().identifier(contentHash); });
+    co_return co_await work;
+}
+
 QCoro::Task<bool> SQLiteStore::containsRecord(QUuid id)
 {
     auto work = m_lane.post([this, id] { return m_databases->structuredStore().containsRecord(id); });
@@ -186,6 +205,13 @@ QCoro::Task<bool> SQLiteStore::containsRecord(QUuid id)
 QCoro::Task<std::optional<ScreenshotRecord>> SQLiteStore::record(QUuid id)
 {
     auto work = m_lane.post([this, id] { return m_databases->structuredStore().record(id); });
+    co_return co_await work;
+}
+
+QCoro::Task<QList<ScreenshotRecord>> SQLiteStore::page(QUuid after, int limit)
+{
+    auto work =
+        m_lane.post([this, after, limit] { return m_databases->structuredStore().page(after, limit); });
     co_return co_await work;
 }
 
@@ -224,6 +250,18 @@ QCoro::Task<> SQLiteStore::registerDuplicate(QString contentHash, Date now)
 QCoro::Task<> SQLiteStore::updateMetadata(QUuid id, QStringList tags, QString note)
 {
     auto work = m_lane.post([this, id, tags, note] { m_databases->updateMetadata(id, tags, note); });
+    co_await work;
+}
+
+QCoro::Task<> SQLiteStore::setTags(QUuid id, QStringList tags)
+{
+    auto work = m_lane.post([this, id, tags] { m_databases->updateMetadata(id, tags, std::nullopt); });
+    co_await work;
+}
+
+QCoro::Task<> SQLiteStore::setNote(QUuid id, QString note)
+{
+    auto work = m_lane.post([this, id, note] { m_databases->updateMetadata(id, std::nullopt, note); });
     co_await work;
 }
 
@@ -278,9 +316,28 @@ QCoro::Task<LibraryFacets> SQLiteStore::facets()
     co_return co_await work;
 }
 
-QCoro::Task<QList<ScreenshotRecord>> SQLiteStore::purgeTrash(Date olderThan)
+QCoro::Task<RemovedItems> SQLiteStore::purgeTrash(std::optional<Date> olderThan, int most)
 {
-    auto work = m_lane.post([this, olderThan] { return m_databases->purgeTrash(olderThan); });
+    auto work = m_lane.post([this, olderThan, most] { return m_databases->purgeTrash(olderThan, most); });
+    co_return co_await work;
+}
+
+QCoro::Task<RemovedItems> SQLiteStore::removeOldestPictures(qint64 limit, int most)
+{
+    auto work = m_lane.post([this, limit, most] { return m_databases->removeOldestPictures(limit, most); });
+    co_return co_await work;
+}
+
+QCoro::Task<> SQLiteStore::removeEverything()
+{
+    auto work = m_lane.post([this] { m_databases->removeEverything(); });
+    co_await work;
+    m_lane.postDetached(&returnFreedMemory);
+}
+
+QCoro::Task<LibraryCounts> SQLiteStore::counts()
+{
+    auto work = m_lane.post([this] { return m_databases->counts(); });
     co_return co_await work;
 }
 

@@ -2,6 +2,8 @@
 
 #include "base/SerialLane.h"
 #include "search/ListRequest.h"
+#include "store/LibraryCounts.h"
+#include "store/RemovedItems.h"
 #include "store/ScreenshotRecord.h"
 
 #include <qcoro/qcorotask.h>
@@ -27,8 +29,13 @@ public:
     [[nodiscard]] static QString projectionPath(const QString& databasePath);
 
     [[nodiscard]] QCoro::Task<bool> contains(QString contentHash);
+    /// The item that holds the content, if any does.
+    [[nodiscard]] QCoro::Task<std::optional<QUuid>> identifier(QString contentHash);
     [[nodiscard]] QCoro::Task<bool> containsRecord(QUuid id);
     [[nodiscard]] QCoro::Task<std::optional<ScreenshotRecord>> record(QUuid id);
+    /// Up to `limit` items, trash included, in the order of their identifiers. @param after the last item of
+    /// the page before; a null identifier for the first page.
+    [[nodiscard]] QCoro::Task<QList<ScreenshotRecord>> page(QUuid after, int limit);
     /// @returns false, with neither store changed, when an item with that content is present already.
     [[nodiscard]] QCoro::Task<bool> insert(ScreenshotRecord record);
     /// Brings the projection in line with the store of record; once, before the first query.
@@ -36,14 +43,21 @@ public:
     /// The same content was captured again at that time.
     [[nodiscard]] QCoro::Task<> registerDuplicate(QString contentHash, Date now);
     [[nodiscard]] QCoro::Task<> updateMetadata(QUuid id, QStringList tags, QString note);
+    [[nodiscard]] QCoro::Task<> setTags(QUuid id, QStringList tags);
+    [[nodiscard]] QCoro::Task<> setNote(QUuid id, QString note);
     [[nodiscard]] QCoro::Task<> setFavorite(QUuid id, bool isFavorite);
     [[nodiscard]] QCoro::Task<> setPinned(QUuid id, bool isPinned);
     [[nodiscard]] QCoro::Task<> markUsed(QUuid id, Date at);
     [[nodiscard]] QCoro::Task<> moveToTrash(QUuid id, Date at);
-    /// Removes for good what has been in the trash since before the date.
-    /// @returns the removed items, so that the caller deletes their files. What was purged before an error
-    ///          stays purged.
-    [[nodiscard]] QCoro::Task<QList<ScreenshotRecord>> purgeTrash(Date olderThan);
+    /// Removes for good what has been in the trash since before the date, or without a date whatever is in
+    /// it: at most that many items, all of them or, on an error, none. The caller deletes their files.
+    [[nodiscard]] QCoro::Task<RemovedItems> purgeTrash(std::optional<Date> olderThan, int most);
+    /// The same for the oldest pictures that are neither favourite nor pinned, for as long as the items
+    /// outside the trash take more bytes than the limit.
+    [[nodiscard]] QCoro::Task<RemovedItems> removeOldestPictures(qint64 limit, int most);
+    /// Removes every item for good, all of them or, on an error, none, and lets the databases shrink.
+    [[nodiscard]] QCoro::Task<> removeEverything();
+    [[nodiscard]] QCoro::Task<LibraryCounts> counts();
 
     /// One page of a list. When `stop` is requested the query is given up, before it begins or in its
     /// middle, and the page is empty; no other operation is touched by it.

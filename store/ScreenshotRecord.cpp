@@ -174,6 +174,17 @@ QJsonObject encodeRecord(const ScreenshotRecord& r)
     return object;
 }
 
+QJsonObject encodeWholeRecord(const ScreenshotRecord& record)
+{
+    QJsonObject object = encodeRecord(record);
+    for (const char* key : {"thumbnailPath", "sourceAppName", "sourceBundleIdentifier", "sourceAppIconPath",
+                            "generatedTitle", "lastUsedAt", "deletedAt"}) {
+        if (!object.contains(QLatin1String(key)))
+            object.insert(QLatin1String(key), QJsonValue::Null);
+    }
+    return object;
+}
+
 std::optional<ScreenshotRecord> decodeRecord(const QJsonObject& object)
 {
     ScreenshotRecord r;

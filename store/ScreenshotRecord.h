@@ -68,6 +68,8 @@ struct ScreenshotRecord {
 /// A JSON object with the property names as keys: identifiers upper-case, dates in seconds since 1970,
 /// enumerations as their numbers, absent values left out.
 [[nodiscard]] QJsonObject encodeRecord(const ScreenshotRecord& record);
+/// The same with every key: absent values are null.
+[[nodiscard]] QJsonObject encodeWholeRecord(const ScreenshotRecord& record);
 /// @returns nothing when a required key is missing or a value is of the wrong kind.
 [[nodiscard]] std::optional<ScreenshotRecord> decodeRecord(const QJsonObject& object);
 

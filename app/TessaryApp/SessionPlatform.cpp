@@ -4,6 +4,7 @@
 #include "base/FileError.h"
 #include "platform/x11/StartupIdentifier.h"
 
+#include <QCoreApplication>
 #include <QIcon>
 
 #include <clocale>
@@ -30,15 +31,17 @@ SessionPlatform::SessionPlatform()
       m_workspace(
           DesktopEntries(m_folders.dataFolders(), QString::fromLatin1(std::setlocale(LC_MESSAGES, nullptr))),
           applicationIdentifier()),
-      m_fileManager(&x11StartupIdentifier)
+      m_fileManager(&x11StartupIdentifier),
+      m_loginItem(m_folders, applicationIdentifier(), QCoreApplication::applicationFilePath()),
+      m_privacySettings(m_folders.dataFolders(), applicationIdentifier())
 {
 }
 
 Platform SessionPlatform::platform()
 {
-    return {m_clock,       m_pasteboard,     m_workspace, m_imageCodec, m_icons,
-            m_settings,    m_screenshotTool, m_folders,   m_hotKeys,    m_permissions,
-            m_directories, m_fileManager,    m_keystrokes};
+    return {m_clock,       m_pasteboard,     m_workspace,  m_imageCodec, m_icons,
+            m_settings,    m_screenshotTool, m_folders,    m_hotKeys,    m_permissions,
+            m_directories, m_fileManager,    m_keystrokes, m_loginItem,  m_privacySettings};
 }
 
 } // namespace tessary

@@ -1,8 +1,10 @@
 #pragma once
 
 #include "platform/Platform.h"
+#include "platform/linux/AutostartEntry.h"
 #include "platform/linux/DesktopApplicationIcons.h"
 #include "platform/linux/DesktopFileManager.h"
+#include "platform/linux/DesktopPrivacySettings.h"
 #include "platform/linux/DesktopScreenshotDefaults.h"
 #include "platform/linux/InotifyDirectoryWatcher.h"
 #include "platform/linux/PortalAppearance.h"
@@ -48,6 +50,8 @@ private:
     X11Permissions m_permissions;
     X11KeystrokeSender m_keystrokes;
     DesktopFileManager m_fileManager;
+    AutostartEntry m_loginItem;
+    DesktopPrivacySettings m_privacySettings;
     X11StatusHosts m_statusHosts;
     X11WindowEffects m_windowEffects;
 };

@@ -20,18 +20,16 @@ constexpr auto kPatience = 10s; // for imports that are under way when the progr
 
 } // namespace
 
-TessaryApp::TessaryApp(SingleInstance& instance)
-    : m_windows(m_session.appearance(), m_session.windowEffects()),
+TessaryApp::TessaryApp(LibraryBusObject& bus)
+    : m_bus(bus),
+      m_windows(m_session.appearance(), m_session.windowEffects()),
       m_runtime(m_session.platform(), m_windows),
       m_menu(m_runtime, m_windows.theme()),
       m_menuBar(m_runtime.settings(), m_session.appearance(), m_session.statusHosts(),
                 [this](StatusHosts::Kind kind) { return makeStatusItem(kind); })
 {
     m_windows.attach(m_runtime);
-    connect(&instance, &SingleInstance::panelRequested, this, [this] {
-        qCInfo(lcApp, "started again: the panel of this one is asked for");
-        m_runtime.showQuickSearch();
-    });
+    m_bus.attach(m_runtime);
     connect(&m_menuBar, &MenuBarExtra::activated, &m_runtime, &AppRuntime::toggleQuickSearch);
     connect(&m_menuBar, &MenuBarExtra::menuRequested, &m_menu.menu(),
             [this](const QPoint& position) { m_menu.menu().popup(position); });
@@ -41,6 +39,7 @@ TessaryApp::TessaryApp(SingleInstance& instance)
 
 TessaryApp::~TessaryApp()
 {
+    m_bus.detach();
     m_windows.detach();
 }
 
@@ -63,6 +62,7 @@ void TessaryApp::quit()
 {
     if (std::exchange(m_isQuitting, true))
         return;
+    m_bus.detach();
     QTimer::singleShot(kPatience, qApp, [] { QCoreApplication::exit(1); });
     QCoro::connect(m_runtime.shutDown(), this, [] { QCoreApplication::quit(); });
 }

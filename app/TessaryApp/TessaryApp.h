@@ -1,10 +1,10 @@
 #pragma once
 
 #include "app/AppRuntime.h"
-#include "app/SingleInstance.h"
 #include "app/TerminationSignals.h"
 #include "app/TessaryApp/DesktopWindows.h"
 #include "app/TessaryApp/SessionPlatform.h"
+#include "app/bus/LibraryBusObject.h"
 #include "app/menubar/MenuBarContent.h"
 #include "app/menubar/MenuBarExtra.h"
 
@@ -14,9 +14,9 @@ namespace tessary {
 class TessaryApp : public QObject {
     Q_OBJECT
 public:
-    /// @param instance asks for the panel when the program is started again; outlives this.
+    /// @param bus what others may call; outlives this.
     /// @throws X11Error, FileError: this session cannot be worked in.
-    explicit TessaryApp(SingleInstance& instance);
+    explicit TessaryApp(LibraryBusObject& bus);
     ~TessaryApp() override;
 
     void start();
@@ -26,6 +26,7 @@ public:
 private:
     [[nodiscard]] std::unique_ptr<StatusItem> makeStatusItem(StatusHosts::Kind kind);
 
+    LibraryBusObject& m_bus;
     SessionPlatform m_session;
     DesktopWindows m_windows;
     AppRuntime m_runtime;

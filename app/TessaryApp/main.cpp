@@ -1,12 +1,15 @@
 #include "app/ApplicationIdentity.h"
-#include "app/CommandLine.h"
+#include "app/SingleInstance.h"
 #include "app/TessaryApp/TessaryApp.h"
+#include "app/commandline/VerbRunner.h"
 #include "base/FreedMemory.h"
+#include "platform/linux/DetachedProgram.h"
 
 #include <QApplication>
 #include <QLoggingCategory>
 
 #include <cstdio>
+#include <cstdlib>
 #include <sys/stat.h>
 
 Q_LOGGING_CATEGORY(lcMain, "tessary.main")
@@ -14,16 +17,14 @@ Q_LOGGING_CATEGORY(lcMain, "tessary.main")
 namespace {
 
 using tessary::CommandLine;
+using tessary::ExitStatus;
 
-constexpr int kWrongUse = 2;
 constexpr mode_t kOthersMask = 0077;
 
-QStringList argumentsOf(int argc, char** argv)
+int complain(ExitStatus status, const QString& sentence)
 {
-    QStringList arguments;
-    for (int i = 1; i < argc; ++i)
-        arguments.append(QString::fromLocal8Bit(argv[i]));
-    return arguments;
+    std::fprintf(stderr, "tessary: %s\n", qUtf8Printable(sentence));
+    return static_cast<int>(status);
 }
 
 /// @returns the exit status when there is nothing more to do.
@@ -34,12 +35,16 @@ std::optional<int> answerWithoutDisplay(const CommandLine& commandLine)
         std::fputs(qUtf8Printable(CommandLine::versionText()), stdout);
         return 0;
     case CommandLine::Request::ShowHelp:
-        std::fputs(qUtf8Printable(CommandLine::helpText()), stdout);
+        std::fputs(qUtf8Printable(commandLine.verb != nullptr ? helpText(*commandLine.verb)
+                                                              : CommandLine::helpText()),
+                   stdout);
         return 0;
     case CommandLine::Request::Misuse:
         std::fprintf(stderr, "%s\n", qUtf8Printable(commandLine.complaint));
-        return kWrongUse;
+        return static_cast<int>(ExitStatus::WrongUse);
     case CommandLine::Request::Run:
+    case CommandLine::Request::RunUnnoticed:
+    case CommandLine::Request::Perform:
         break;
     }
     return std::nullopt;
@@ -58,7 +63,36 @@ void chooseDisplay()
                   "XWayland window has the focus, and Wayland windows cannot be told apart.");
 }
 
-int run(int argc, char** argv)
+/// @throws CommandError, FileError.
+tessary::BusClient::HasEnded startInBackground()
+{
+    if (!qEnvironmentVariableIsSet("DISPLAY"))
+        throw tessary::CommandError(
+            ExitStatus::Failed,
+            QStringLiteral("Tessary does not run, and there is no X display to start it on: "
+                           "DISPLAY is not set"));
+    const auto program = std::make_shared<tessary::DetachedProgram>(QCoreApplication::applicationFilePath(),
+                                                                    QByteArrayList{"--background"});
+    return [program] { return program->hasEnded(); };
+}
+
+int perform(const CommandLine& commandLine, int argc, char** argv)
+{
+    QCoreApplication application(argc, argv);
+    try {
+        tessary::BusClient client(&startInBackground);
+        const auto status = static_cast<int>(tessary::VerbRunner(client).perform(commandLine));
+        if (std::fflush(stdout) == 0)
+            return status;
+        return complain(ExitStatus::Failed, QStringLiteral("the result cannot be written"));
+    } catch (const tessary::CommandError& error) {
+        return complain(error.status(), error.localizedDescription());
+    } catch (const tessary::Error& error) {
+        return complain(ExitStatus::Failed, error.localizedDescription());
+    }
+}
+
+int run(tessary::SingleInstance::IfAnother ifAnother, int argc, char** argv)
 {
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Tessary"));
@@ -66,12 +100,12 @@ int run(int argc, char** argv)
     QGuiApplication::setDesktopFileName(tessary::applicationIdentifier());
     QApplication::setQuitOnLastWindowClosed(false);
     try {
-        tessary::SingleInstance instance;
-        if (instance.claim() == tessary::SingleInstance::Outcome::HandedOver) {
-            qCInfo(lcMain, "Tessary runs already and was asked to show its panel");
+        tessary::LibraryBusObject bus;
+        if (tessary::SingleInstance::claim(bus, ifAnother) == tessary::SingleInstance::Outcome::HandedOver) {
+            qCInfo(lcMain, "Tessary runs already");
             return 0;
         }
-        tessary::TessaryApp app(instance);
+        tessary::TessaryApp app(bus);
         app.start();
         return QApplication::exec();
     } catch (const tessary::Error& error) {
@@ -84,15 +118,21 @@ int run(int argc, char** argv)
 
 int main(int argc, char** argv)
 {
-    if (const std::optional<int> status = answerWithoutDisplay(CommandLine::parse(argumentsOf(argc, argv))))
+    const CommandLine commandLine = CommandLine::parse(QByteArrayList(argv + 1, argv + argc));
+    if (const std::optional<int> status = answerWithoutDisplay(commandLine))
         return *status;
+    if (commandLine.request == CommandLine::Request::Perform) {
+        const int status = perform(commandLine, argc, argv);
+        std::fflush(nullptr);
+        std::_Exit(status); // else the bus's own thread, still at work, complains of what is destroyed around it
+    }
     tessary::keepLittleFreedMemory();
     ::umask(kOthersMask); // what we keep is nobody else's business
     qSetMessagePattern(QStringLiteral("%{time yyyy-MM-dd hh:mm:ss.zzz} %{category} %{type}: %{message}"));
-    if (!qEnvironmentVariableIsSet("DISPLAY")) {
-        std::fputs("tessary: no X display: DISPLAY is not set\n", stderr);
-        return 1;
-    }
+    if (!qEnvironmentVariableIsSet("DISPLAY"))
+        return complain(ExitStatus::Failed, QStringLiteral("no X display: DISPLAY is not set"));
     chooseDisplay();
-    return run(argc, argv);
+    using IfAnother = tessary::SingleInstance::IfAnother;
+    const bool isUnnoticed = commandLine.request == CommandLine::Request::RunUnnoticed;
+    return run(isUnnoticed ? IfAnother::IsLeftAlone : IfAnother::ShowsItsPanel, argc, argv);
 }

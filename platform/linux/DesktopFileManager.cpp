@@ -2,14 +2,12 @@
 
 #include <qcoro/qcorodbuspendingcall.h>
 
-#include <QDBusConnection>
 #include <QDBusMessage>
 #include <QFileInfo>
 #include <QLoggingCategory>
 #include <QProcess>
 #include <QStandardPaths>
 #include <QUrl>
-#include <QUuid>
 
 Q_LOGGING_CATEGORY(lcFileManager, "tessary.filemanager")
 
@@ -33,17 +31,16 @@ bool openFolder(const QString& folder)
 
 } // namespace
 
-DesktopFileManager::DesktopFileManager(StartupIdentifier startupIdentifier, QString busAddress)
+DesktopFileManager::DesktopFileManager(StartupIdentifier startupIdentifier, const QString& busAddress)
     : m_startupIdentifier(std::move(startupIdentifier)),
-      m_busAddress(std::move(busAddress)),
-      m_connectionName(QStringLiteral("tessary-files-") + QUuid::createUuid().toString()),
+      m_connection(QStringLiteral("tessary-files"), busAddress),
       m_lane(QStringLiteral("tessary-reveal"))
 {
 }
 
 DesktopFileManager::~DesktopFileManager()
 {
-    m_lane.postDetached([name = m_connectionName] { QDBusConnection::disconnectFromBus(name); });
+    m_lane.postDetached([connection = m_connection] { connection.close(); });
 }
 
 QCoro::Task<> DesktopFileManager::reveal(QString path)
@@ -71,21 +68,10 @@ DesktopFileManager::Request DesktopFileManager::prepare(const QString& path)
     Request request;
     request.folder = file.absolutePath();
     request.hasFile = file.exists() || file.isSymLink();
-    request.hasBus = connectToBus();
+    request.hasBus = m_connection.open();
     if (request.hasBus && m_startupIdentifier)
         request.startupIdentifier = m_startupIdentifier();
     return request;
-}
-
-bool DesktopFileManager::connectToBus() const
-{
-    if (QDBusConnection(m_connectionName).isConnected())
-        return true;
-    QDBusConnection::disconnectFromBus(m_connectionName); // one that was lost keeps its name
-    return (m_busAddress.isEmpty()
-                ? QDBusConnection::connectToBus(QDBusConnection::SessionBus, m_connectionName)
-                : QDBusConnection::connectToBus(m_busAddress, m_connectionName))
-        .isConnected();
 }
 
 QCoro::Task<bool> DesktopFileManager::ask(QString method, QString path, QString startupIdentifier)
@@ -95,7 +81,7 @@ QCoro::Task<bool> DesktopFileManager::ask(QString method, QString path, QString 
         QStringLiteral("org.freedesktop.FileManager1"), method);
     const QString url = QUrl::fromLocalFile(path).toString(QUrl::FullyEncoded);
     request.setArguments({QStringList{url}, startupIdentifier});
-    const QDBusPendingCall call = QDBusConnection(m_connectionName).asyncCall(request, kPatience);
+    const QDBusPendingCall call = m_connection.bus().asyncCall(request, kPatience);
     const QDBusMessage answer = co_await call;
     if (answer.type() != QDBusMessage::ErrorMessage)
         co_return true;

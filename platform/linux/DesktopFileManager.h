@@ -2,6 +2,7 @@
 
 #include "base/SerialLane.h"
 #include "platform/FileManager.h"
+#include "platform/linux/OwnBusConnection.h"
 
 #include <functional>
 
@@ -16,7 +17,7 @@ public:
     using StartupIdentifier = std::function<QString()>;
 
     /// @param busAddress of the bus with the file manager; empty means the session bus.
-    explicit DesktopFileManager(StartupIdentifier startupIdentifier, QString busAddress = {});
+    explicit DesktopFileManager(StartupIdentifier startupIdentifier, const QString& busAddress = {});
     ~DesktopFileManager() override;
 
     [[nodiscard]] QCoro::Task<> reveal(QString path) override;
@@ -30,12 +31,10 @@ private:
     };
 
     [[nodiscard]] Request prepare(const QString& path);
-    [[nodiscard]] bool connectToBus() const;
     [[nodiscard]] QCoro::Task<bool> ask(QString method, QString path, QString startupIdentifier);
 
     StartupIdentifier m_startupIdentifier;
-    QString m_busAddress;
-    QString m_connectionName;
+    OwnBusConnection m_connection;
     SerialLane m_lane;
 };
 

@@ -74,13 +74,24 @@ QStringList XdgFolders::dataFolders() const
     } catch (const FileError&) {
         // Nobody's own folder; the machine's are left.
     }
-    const QString machine = qEnvironmentVariable("XDG_DATA_DIRS");
-    const QString usual = QStringLiteral("/usr/local/share:/usr/share");
-    for (const QString& path : (machine.isEmpty() ? usual : machine).split(u':', Qt::SkipEmptyParts)) {
+    folders += listedFolders("XDG_DATA_DIRS", QStringLiteral("/usr/local/share:/usr/share"));
+    folders.removeDuplicates();
+    return folders;
+}
+
+QStringList XdgFolders::sharedConfigurationFolders() const
+{
+    return listedFolders("XDG_CONFIG_DIRS", QStringLiteral("/etc/xdg"));
+}
+
+QStringList XdgFolders::listedFolders(const char* variable, const QString& usual)
+{
+    const QString listed = qEnvironmentVariable(variable);
+    QStringList folders;
+    for (const QString& path : (listed.isEmpty() ? usual : listed).split(u':', Qt::SkipEmptyParts)) {
         if (QDir::isAbsolutePath(path))
             folders.append(QDir::cleanPath(path));
     }
-    folders.removeDuplicates();
     return folders;
 }
 

@@ -23,11 +23,15 @@ public:
     [[nodiscard]] QString pictures() const;
     /// Where programs' shared data lies, the person's own folder first.
     [[nodiscard]] QStringList dataFolders() const;
+    /// Where programs' settings for everybody lie.
+    [[nodiscard]] QStringList sharedConfigurationFolders() const;
     /// $HOME, else the user database's entry, whether or not it is there; empty without either.
     [[nodiscard]] QString home() const;
 
 private:
     [[nodiscard]] QString folder(const char* variable, const QString& belowHome) const;
+    /// The absolute ones among the folders that a variable lists; those usual when it is empty.
+    [[nodiscard]] static QStringList listedFolders(const char* variable, const QString& usual);
     [[nodiscard]] QString userFolder(const QByteArray& key, const QString& usualName) const;
 };
 

@@ -8,6 +8,9 @@
 namespace tessary {
 namespace {
 
+constexpr uint8_t kMajorVersion = 2; // of XTEST
+constexpr uint16_t kMinorVersion = 2;
+
 bool canReadScreen(xcb_connection_t* connection, xcb_window_t root)
 {
     const XcbReply<xcb_get_image_reply_t> image(xcb_get_image_reply(
@@ -15,10 +18,15 @@ bool canReadScreen(xcb_connection_t* connection, xcb_window_t root)
     return image != nullptr;
 }
 
+/// A server may list the extension and yet refuse to talk about it.
 bool canType(xcb_connection_t* connection)
 {
     const xcb_query_extension_reply_t* extension = xcb_get_extension_data(connection, &xcb_test_id);
-    return extension != nullptr && extension->present != 0;
+    if (extension == nullptr || extension->present == 0)
+        return false;
+    const XcbReply<xcb_test_get_version_reply_t> version(xcb_test_get_version_reply(
+        connection, xcb_test_get_version(connection, kMajorVersion, kMinorVersion), nullptr));
+    return version != nullptr;
 }
 
 PermissionState probeNow()
@@ -36,11 +44,43 @@ PermissionState probeNow()
 
 } // namespace
 
-QCoro::Task<PermissionState> X11Permissions::probe()
+X11Permissions::X11Permissions(const QString& busAddress)
+    : m_tasks(busAddress),
+      m_lane(QStringLiteral("tessary-permits"))
+{
+}
+
+QCoro::Task<PermissionState> X11Permissions::probeServer()
 {
     auto probing = m_lane.post(&probeNow);
     const PermissionState state = co_await probing;
     co_return state;
+}
+
+QCoro::Task<PermissionState> X11Permissions::probe()
+{
+    auto asking = m_tasks.isReachable(); // both at once
+    PermissionState state = co_await probeServer();
+    state.reminders = co_await asking;
+    co_return state;
+}
+
+QCoro::Task<bool> X11Permissions::requestScreenRecording()
+{
+    const PermissionState state = co_await probeServer();
+    co_return state.screenRecording;
+}
+
+QCoro::Task<bool> X11Permissions::requestAccessibility()
+{
+    const PermissionState state = co_await probeServer();
+    co_return state.accessibility;
+}
+
+QCoro::Task<bool> X11Permissions::requestReminders()
+{
+    co_await m_tasks.start();
+    co_return true;
 }
 
 } // namespace tessary

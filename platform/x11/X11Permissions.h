@@ -2,19 +2,28 @@
 
 #include "base/SerialLane.h"
 #include "platform/Permissions.h"
+#include "platform/linux/TaskService.h"
 
 namespace tessary {
 
-/// What an X11 session lets every program do: read the screen, and type when the XTEST extension is there.
-/// Each probe asks the server over a short-lived connection, on a thread of its own.
+/// What an X11 session lets every program do: read the screen, and type when the XTEST extension answers.
+/// Nobody grants or refuses that, so asking for it is looking again. Each probe asks the server over a
+/// short-lived connection, on a thread of its own.
 class X11Permissions : public Permissions {
 public:
-    X11Permissions() : m_lane(QStringLiteral("tessary-permits")) {}
+    /// @param busAddress of the bus with the service for tasks; empty means the session bus.
+    explicit X11Permissions(const QString& busAddress = {});
 
-    /// Reminders are false: no task store is connected to this session yet.
     [[nodiscard]] QCoro::Task<PermissionState> probe() override;
+    [[nodiscard]] QCoro::Task<bool> requestScreenRecording() override;
+    [[nodiscard]] QCoro::Task<bool> requestAccessibility() override;
+    [[nodiscard]] QCoro::Task<bool> requestReminders() override;
 
 private:
+    /// All but the reminders.
+    [[nodiscard]] QCoro::Task<PermissionState> probeServer();
+
+    TaskService m_tasks;
     SerialLane m_lane;
 };
 

@@ -100,6 +100,11 @@ int SQLiteConnection::changes() const
     return sqlite3_changes(m_database.get());
 }
 
+qint64 SQLiteConnection::totalChanges() const
+{
+    return sqlite3_total_changes64(m_database.get());
+}
+
 qint64 SQLiteConnection::lastInsertRowId() const
 {
     return sqlite3_last_insert_rowid(m_database.get());

@@ -32,6 +32,8 @@ public:
     [[nodiscard]] QStringList stringResults(const QByteArray& sql, const QList<SQLiteValue>& bindings = {});
     /// How many rows the last statement changed.
     [[nodiscard]] int changes() const;
+    /// How many rows all statements so far changed, those rolled back included.
+    [[nodiscard]] qint64 totalChanges() const;
     [[nodiscard]] qint64 lastInsertRowId() const;
     /// For what is installed on the connection; not to be closed.
     [[nodiscard]] sqlite3* handle() const { return m_database.get(); }

@@ -1,11 +1,8 @@
 #include "tests/session/SessionTest.h"
+#include "tests/session/SmallDisk.h"
 #include "tests/session/TestPictures.h"
 
 #include <QDir>
-
-#include <sched.h>
-#include <sys/mount.h>
-#include <unistd.h>
 
 namespace tessary::testing {
 
@@ -41,25 +38,13 @@ protected:
         EXPECT_TRUE(tessary().isRunning());
     }
 
-    /// A mount of this test alone, gone with its process. @returns false where that is not allowed.
-    [[nodiscard]] bool mountSmallDisk(const QString& folder, const char* options)
-    {
-        if (::geteuid() != 0 || ::unshare(CLONE_NEWNS) != 0 ||
-            ::mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0)
-            return false;
-        m_mount = QFile::encodeName(folder);
-        return ::mount("tmpfs", m_mount.constData(), "tmpfs", 0, options) == 0;
-    }
-
     void TearDown() override
     {
         SessionTest::TearDown();
-        if (!m_mount.isEmpty())
-            ::umount2(m_mount.constData(), MNT_DETACH);
+        m_disk.reset();
     }
 
-private:
-    QByteArray m_mount;
+    std::optional<SmallDisk> m_disk{std::in_place};
 };
 
 TEST_F(DamagedFilesTest, GarbageInTheSettingsIsKeptAside)
@@ -104,7 +89,7 @@ TEST_F(DamagedFilesTest, AReadOnlyFolderForTheLibraryIsSurvived)
 {
     const QString data = scratch(QStringLiteral("data"));
     if (::geteuid() == 0) { // permissions do not bind root; a read-only file system does
-        if (!mountSmallDisk(data, "size=1m,ro"))
+        if (!m_disk->mount(data, "size=1m,ro"))
             GTEST_SKIP() << "may not mount here";
     } else {
         ASSERT_TRUE(QFile::setPermissions(data, QFile::ReadOwner | QFile::ExeOwner));
@@ -115,7 +100,7 @@ TEST_F(DamagedFilesTest, AReadOnlyFolderForTheLibraryIsSurvived)
 
 TEST_F(DamagedFilesTest, AFullDiskCostsWhatDoesNotFitAndNothingElse)
 {
-    if (!mountSmallDisk(scratch(QStringLiteral("data")), "size=3m"))
+    if (!m_disk->mount(scratch(QStringLiteral("data")), "size=3m"))
         GTEST_SKIP() << "a small disk takes root and the right to mount";
     start();
     ASSERT_TRUE(keepsCopying());

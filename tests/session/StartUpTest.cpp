@@ -89,6 +89,19 @@ TEST_F(StartUpTest, ASecondStartWakesTheFirstAndEnds)
     EXPECT_TRUE(keepsCopying());
 }
 
+TEST_F(StartUpTest, WithoutABusInCommonTheSecondLeavesTheLibraryAlone)
+{
+    start();
+    environment().insert(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"), QStringLiteral("unix:path=/nowhere"));
+    const auto second = run();
+    EXPECT_TRUE(second->printed(QStringLiteral("另一个 Tessary 正在使用资料库")))
+        << qPrintable(second->output());
+    EXPECT_TRUE(keepsCopying());
+    EXPECT_TRUE(holds(1));
+    second->kill(SIGTERM);
+    EXPECT_EQ(second->exitCode(), 0) << qPrintable(second->output());
+}
+
 TEST_F(StartUpTest, StartedAgainItGoesOnWithItsLibrary)
 {
     start();

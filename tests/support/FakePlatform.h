@@ -8,8 +8,10 @@
 #include "platform/testing/FakeGlobalHotKeyFacility.h"
 #include "platform/testing/FakeImageCodec.h"
 #include "platform/testing/FakeKeystrokeSender.h"
+#include "platform/testing/FakeLoginItem.h"
 #include "platform/testing/FakePasteboard.h"
 #include "platform/testing/FakePermissions.h"
+#include "platform/testing/FakePrivacySettings.h"
 #include "platform/testing/FakeScreenshotToolDefaults.h"
 #include "platform/testing/FakeStandardFolders.h"
 #include "platform/testing/FakeUserDefaults.h"
@@ -34,8 +36,11 @@ struct FakePlatform {
     FakeDirectoryWatcher directories;
     FakeFileManager fileManager;
     FakeKeystrokeSender keystrokes;
-    Platform platform{clock,   pasteboard, workspace,   codec,       icons,       defaults,  screenshotTool,
-                      folders, hotKeys,    permissions, directories, fileManager, keystrokes};
+    FakeLoginItem loginItem;
+    FakePrivacySettings privacySettings;
+    Platform platform{clock,       pasteboard,     workspace,  codec,     icons,
+                      defaults,    screenshotTool, folders,    hotKeys,   permissions,
+                      directories, fileManager,    keystrokes, loginItem, privacySettings};
 };
 
 } // namespace tessary::testing

@@ -23,6 +23,17 @@ namespace tessary::testing {
     return record;
 }
 
+/// A picture without files.
+[[nodiscard]] inline ScreenshotRecord pictureRecord(double capturedAt, qint64 fileSize)
+{
+    ScreenshotRecord record = textRecord(QUuid::createUuid().toString(), capturedAt);
+    record.fileType = QStringLiteral("png");
+    record.fileSize = fileSize;
+    record.contentType = ClipboardContentType::Image;
+    record.textContent.clear();
+    return record;
+}
+
 /// An item in which every property has a value that is not its default.
 [[nodiscard]] inline ScreenshotRecord fullRecord()
 {

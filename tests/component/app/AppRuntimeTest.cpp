@@ -11,6 +11,7 @@
 
 #include <QCoreApplication>
 #include <QFile>
+#include <QGuiApplication>
 
 namespace tessary {
 namespace {
@@ -127,25 +128,37 @@ TEST_F(AppRuntimeTest, AFailingScreenshotFolderLeavesTheClipboardWatched)
 {
     directories.failWith(folder.path(), FileError::Case::ReadNoSuchFile);
     start();
+    ASSERT_TRUE(eventually([&] { return runtime->lastError().has_value(); }));
     EXPECT_TRUE(runtime->isMonitoring());
-    ASSERT_TRUE(runtime->lastError());
     EXPECT_TRUE(runtime->lastError()->startsWith(QStringLiteral("剪贴板记录仍在运行，但无法监听截图目录：")));
     EXPECT_TRUE(copies(QStringLiteral("still recorded")));
 }
 
+TEST_F(AppRuntimeTest, AScreenshotFolderThatHangsHoldsUpNeitherTheClipboardNorTheEnd)
+{
+    directories.hang(folder.path());
+    start();
+    ASSERT_TRUE(eventually([&] { return directories.openings() == 1; }));
+    EXPECT_TRUE(copies(QStringLiteral("still recorded")));
+    await(runtime->shutDown());
+    runtime.reset();
+}
+
 TEST_F(AppRuntimeTest, TogglingTwiceWatchesAgainWithTheCurrentSettings)
 {
+    const QString elsewhere = folder.file(QStringLiteral("elsewhere"));
+    ASSERT_TRUE(QDir().mkpath(elsewhere));
     start();
-    EXPECT_EQ(directories.watched(), QStringList{folder.path()});
+    EXPECT_TRUE(eventually([&] { return directories.watched() == QStringList{folder.path()}; }));
     runtime->toggleMonitoring();
     EXPECT_FALSE(runtime->isMonitoring());
     EXPECT_TRUE(directories.watched().isEmpty());
     pasteboard.setText(QStringLiteral("while paused"));
     clock.advance(450ms);
-    runtime->settings().setMonitoredDirectory(QStringLiteral("/elsewhere"));
+    runtime->settings().setMonitoredDirectory(elsewhere);
     runtime->toggleMonitoring();
     EXPECT_TRUE(runtime->isMonitoring());
-    EXPECT_EQ(directories.watched(), QStringList{QStringLiteral("/elsewhere")});
+    EXPECT_TRUE(eventually([&] { return directories.watched() == QStringList{elsewhere}; }));
     ASSERT_TRUE(copies(QStringLiteral("afterwards")));
     EXPECT_EQ(listed().size(), 1);
 }
@@ -186,6 +199,26 @@ TEST_F(AppRuntimeTest, WithoutAHomeItRunsOnWithoutWatching)
     EXPECT_TRUE(runtime->lastError());
     runtime->toggleMonitoring();
     EXPECT_FALSE(runtime->isMonitoring());
+}
+
+TEST_F(AppRuntimeTest, ASecondProgramLeavesTheLibraryAlone)
+{
+    start();
+    ASSERT_TRUE(copies(QStringLiteral("mine")));
+    FakeWindows otherWindows;
+    {
+        AppRuntime second(platform, otherWindows);
+        await(second.start());
+        EXPECT_EQ(second.store(), nullptr);
+        EXPECT_FALSE(second.isMonitoring());
+        EXPECT_EQ(second.lastError(), QStringLiteral("另一个 Tessary 正在使用资料库，请先将其退出。"));
+        await(second.shutDown());
+    }
+    EXPECT_TRUE(copies(QStringLiteral("still mine")));
+    await(runtime->shutDown());
+    runtime.reset();
+    start();
+    EXPECT_NE(runtime->store(), nullptr) << "the lock went with the first one";
 }
 
 TEST_F(AppRuntimeTest, WithAProjectionThatIsNoDatabaseItSaysSoAndRunsOn)
@@ -265,6 +298,52 @@ TEST_F(AppRuntimeTest, PermissionsAreReadAgainWhenWeComeToTheFrontOnly)
     EXPECT_TRUE(eventually([&] { return runtime->accessibilityPermissionGranted(); }));
     EXPECT_TRUE(runtime->screenRecordingPermissionGranted());
     EXPECT_FALSE(runtime->reminderPermissionGranted());
+}
+
+TEST_F(AppRuntimeTest, PermissionsAreReadAgainWhenOneOfOurWindowsBecomesActive)
+{
+    start();
+    ASSERT_TRUE(eventually([&] { return permissions.probes() == 1; }));
+    permissions.setState({false, false, true});
+    Q_EMIT qGuiApp->applicationStateChanged(Qt::ApplicationInactive);
+    EXPECT_EQ(permissions.probes(), 1);
+    Q_EMIT qGuiApp->applicationStateChanged(Qt::ApplicationActive);
+    EXPECT_TRUE(eventually([&] { return runtime->reminderPermissionGranted(); }));
+}
+
+TEST_F(AppRuntimeTest, AFailedRequestForRemindersIsToldWithItsReason)
+{
+    start();
+    permissions.failRequestsWith(PermissionError::Case::TaskServiceFailed);
+    runtime->requestReminderPermission();
+    EXPECT_TRUE(eventually([&] { return runtime->lastError().has_value(); }));
+    EXPECT_EQ(runtime->lastError(), QStringLiteral("无法申请提醒事项权限：任务服务没有响应。"));
+}
+
+TEST_F(AppRuntimeTest, TheLoginItemFollowsTheSetting)
+{
+    start();
+    runtime->settings().setLaunchAtLogin(true);
+    runtime->updateLaunchAtLogin();
+    EXPECT_TRUE(eventually([&] { return loginItem.wasEnabled(); }));
+    loginItem.failWith(FileError::Case::WriteVolumeReadOnly);
+    runtime->settings().setLaunchAtLogin(false);
+    runtime->updateLaunchAtLogin();
+    EXPECT_TRUE(eventually([&] { return runtime->lastError().has_value(); }));
+    EXPECT_TRUE(runtime->lastError()->startsWith(QStringLiteral("无法更新开机启动设置：磁盘为只读")));
+    EXPECT_FALSE(runtime->settings().launchAtLogin()) << "stays as it was set";
+}
+
+TEST_F(AppRuntimeTest, TheUsageOfTheLibraryIsKnownAfterTheStartAndAfterACopy)
+{
+    start();
+    ASSERT_TRUE(eventually([&] { return runtime->storageBytes() > 0; }));
+    const qint64 before = runtime->storageBytes();
+    ASSERT_TRUE(copies(QString(200'000, u'x')));
+    EXPECT_TRUE(eventually([&] {
+        clock.advance(1s);
+        return runtime->storageBytes() > before;
+    }));
 }
 
 TEST_F(AppRuntimeTest, WhatHasBeenInTheTrashTooLongIsGoneAfterTheStart)
@@ -362,6 +441,7 @@ TEST_F(AppRuntimeTest, AScreenshotThatAppearsIsImportedUnlessItsFolderIsExcluded
     ASSERT_TRUE(QDir().mkpath(shots));
     defaults.set(QStringLiteral("monitoredDirectory"), shots);
     start();
+    ASSERT_TRUE(eventually([&] { return directories.watched() == QStringList{shots}; }));
     for (const char* name : {"Screenshot 1.png", "private screenshot.png"}) {
         QFile file(shots + u'/' + QLatin1String(name));
         ASSERT_TRUE(file.open(QIODevice::WriteOnly));

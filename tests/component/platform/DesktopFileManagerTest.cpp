@@ -1,6 +1,7 @@
 #include "platform/linux/DesktopFileManager.h"
 
 #include "tests/support/BusService.h"
+#include "tests/support/NotingProgram.h"
 #include "tests/support/PrivateBus.h"
 #include "tests/unit/platform/linux/ScopedEnvironment.h"
 
@@ -32,11 +33,7 @@ protected:
     /// A program of that name that only notes what it was asked to open.
     void installOpener(const QString& name)
     {
-        ASSERT_TRUE(QDir().mkpath(folder.file(QStringLiteral("programs"))));
-        const QString path = folder.file(QStringLiteral("programs/") + name);
-        write(path, "#!/bin/sh\nprintf '%s|' \"$@\" >'" + notes().toUtf8() + ".new'\n/bin/mv '" +
-                        notes().toUtf8() + ".new' '" + notes().toUtf8() + "'\n");
-        ASSERT_TRUE(QFile::setPermissions(path, QFile::ReadOwner | QFile::ExeOwner));
+        testing::installNotingProgram(folder.file(QStringLiteral("programs/") + name), notes());
     }
     /// None but the openers that a test installs.
     void hideOtherPrograms() { environment.set("PATH", folder.file(QStringLiteral("programs"))); }

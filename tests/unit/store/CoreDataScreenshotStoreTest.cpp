@@ -41,6 +41,8 @@ TEST_F(CoreDataScreenshotStoreTest, TakesTheSameContentOnlyOnce)
     EXPECT_FALSE(store().insert(second));
     EXPECT_EQ(store().allRecords(), QList{first});
     EXPECT_TRUE(store().contains(first.contentHash));
+    EXPECT_EQ(store().identifier(first.contentHash), first.id);
+    EXPECT_EQ(store().identifier(QStringLiteral("unknown")), std::nullopt);
     EXPECT_FALSE(store().containsRecord(second.id));
 }
 

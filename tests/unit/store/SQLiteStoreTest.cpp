@@ -128,9 +128,10 @@ TEST_F(SQLiteStoreTest, PurgesOnlyWhatWasTrashedBeforeTheDate)
         await(store->insert(record));
     await(store->moveToTrash(old.id, Date{100}));
     await(store->moveToTrash(recent.id, Date{300}));
-    const QList<ScreenshotRecord> purged = await(store->purgeTrash(Date{200}));
-    ASSERT_EQ(purged.size(), 1);
-    EXPECT_EQ(purged.first().id, old.id);
+    const RemovedItems purged = await(store->purgeTrash(Date{200}, 10));
+    ASSERT_EQ(purged.items.size(), 1);
+    EXPECT_EQ(purged.items.first().id, old.id);
+    EXPECT_TRUE(purged.isComplete);
     EXPECT_EQ(projected().size(), 2);
     EXPECT_EQ(await(store->record(old.id)), std::nullopt);
 }

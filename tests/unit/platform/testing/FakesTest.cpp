@@ -202,15 +202,21 @@ TEST(FakeDirectoryWatcherTest, AnnouncesChangesToLivingWatchesAndFailsOnDemand)
     int first = 0;
     int second = 0;
     const QString folder = QStringLiteral("/shots");
-    auto gone = watcher.watch(folder, [&] { ++first; });
-    const auto kept = watcher.watch(folder, [&] { ++second; });
+    const auto counting = [&](int& count) {
+        DirectoryWatchRequest request;
+        request.folder = folder;
+        request.changed = [&count](DirectoryChange) { ++count; };
+        return request;
+    };
+    auto gone = await(watcher.watch(counting(first)));
+    const auto kept = await(watcher.watch(counting(second)));
     watcher.announceChange(folder);
     gone.reset();
     EXPECT_TRUE(eventually([&] { return second == 1; }));
     EXPECT_EQ(first, 0);
     EXPECT_EQ(watcher.watched(), QStringList{folder});
     watcher.failWith(folder, FileError::Case::ReadNoSuchFile);
-    EXPECT_THROW((void)watcher.watch(folder, [] {}), FileError);
+    EXPECT_THROW(await(watcher.watch(counting(first))), FileError);
 }
 
 TEST(FakesTest, AnswerAsTold)

@@ -1,0 +1,82 @@
+#include "platform/linux/TaskService.h"
+
+#include "platform/Permissions.h"
+#include "tests/support/BusService.h"
+#include "tests/support/PrivateBus.h"
+
+namespace tessary {
+namespace {
+
+using testing::await;
+using testing::BusService;
+
+class TaskServiceTest : public ::testing::Test {
+protected:
+    void SetUp() override { ASSERT_TRUE(bus.start()); }
+    std::unique_ptr<BusService> offer(const QString& part) const
+    {
+        return std::make_unique<BusService>(
+            bus.address(), QStringLiteral("org.gnome.evolution.dataserver.") + part, QStringLiteral("/x"),
+            [](const QDBusMessage&) { return std::nullopt; });
+    }
+    static std::optional<PermissionError::Case> failureOf(TaskService& service)
+    {
+        try {
+            await(service.start());
+        } catch (const PermissionError& error) {
+            return error.which();
+        }
+        return std::nullopt;
+    }
+
+    testing::PrivateBus bus;
+};
+
+TEST_F(TaskServiceTest, IsReachableWhenBothPartsAre)
+{
+    TaskService service(bus.address());
+    EXPECT_FALSE(await(service.isReachable()));
+    const auto sources = offer(QStringLiteral("Sources5"));
+    EXPECT_FALSE(await(service.isReachable()));
+    const auto calendars = offer(QStringLiteral("Calendar8"));
+    EXPECT_TRUE(await(service.isReachable()));
+    EXPECT_EQ(failureOf(service), std::nullopt) << "it runs already";
+}
+
+TEST_F(TaskServiceTest, OtherVersionsOfItsInterfaceCountAsWell)
+{
+    TaskService service(bus.address());
+    const auto sources = offer(QStringLiteral("Sources12"));
+    const auto calendars = offer(QStringLiteral("Calendar10"));
+    EXPECT_TRUE(await(service.isReachable()));
+}
+
+TEST_F(TaskServiceTest, OtherPartsOfItDoNot)
+{
+    TaskService service(bus.address());
+    const auto sources = offer(QStringLiteral("Sources5"));
+    const auto factory = offer(QStringLiteral("CalendarView8"));
+    const auto book = offer(QStringLiteral("AddressBook10"));
+    EXPECT_FALSE(await(service.isReachable()));
+    EXPECT_EQ(failureOf(service), PermissionError::Case::NoTaskService);
+}
+
+TEST_F(TaskServiceTest, ThatItIsGoneIsNoticed)
+{
+    TaskService service(bus.address());
+    const auto sources = offer(QStringLiteral("Sources5"));
+    auto calendars = offer(QStringLiteral("Calendar8"));
+    EXPECT_TRUE(await(service.isReachable()));
+    calendars.reset();
+    EXPECT_FALSE(await(service.isReachable()));
+}
+
+TEST_F(TaskServiceTest, WithoutABusThereIsNone)
+{
+    TaskService service(QStringLiteral("unix:path=/not/there"));
+    EXPECT_FALSE(await(service.isReachable()));
+    EXPECT_EQ(failureOf(service), PermissionError::Case::NoTaskService);
+}
+
+} // namespace
+} // namespace tessary
