@@ -35,6 +35,7 @@ std::vector<std::string> expectedFiles(const std::string& zshFolder)
         "libexec/tessary/tessary-imaging",
         "share/applications/com.tessary.Tessary.desktop",
         "share/bash-completion/completions/tessary",
+        "share/dbus-1/interfaces/com.tessary.Tessary1.xml",
         "share/dbus-1/services/com.tessary.Tessary.service",
         "share/doc/tessary/changelog.gz",
         "share/doc/tessary/copyright",
@@ -48,8 +49,6 @@ std::vector<std::string> expectedFiles(const std::string& zshFolder)
     for (const char* size : {"16", "22", "24", "32", "48", "64", "128", "256"})
         files.push_back(std::string("share/icons/hicolor/") + size + "x" + size +
                         "/apps/com.tessary.Tessary.png");
-    if (QFile::exists(QStringLiteral(TESSARY_SOURCE_FOLDER "/app/bus/com.tessary.Tessary1.xml")))
-        files.emplace_back("share/dbus-1/interfaces/com.tessary.Tessary1.xml");
     return files;
 }
 
@@ -63,9 +62,10 @@ TEST(InstalledFilesTest, AnotherPrefixHoldsTheSameAndTheBusStartsTheProgramThere
     const InstalledTree local(QStringLiteral("/usr/local"));
     EXPECT_THAT(filesBelow(local.path()), UnorderedElementsAreArray(expectedFiles("site-functions")));
     const QString service = QStringLiteral("share/dbus-1/services/com.tessary.Tessary.service");
-    EXPECT_EQ(contentsOf(local.path(service)),
-              QByteArray("[D-BUS Service]\nName=com.tessary.Tessary\nExec=/usr/local/bin/tessary\n"));
-    EXPECT_TRUE(contentsOf(usr().path(service)).contains("Exec=/usr/bin/tessary\n"));
+    EXPECT_EQ(
+        contentsOf(local.path(service)),
+        QByteArray("[D-BUS Service]\nName=com.tessary.Tessary\nExec=/usr/local/bin/tessary --background\n"));
+    EXPECT_TRUE(contentsOf(usr().path(service)).contains("Exec=/usr/bin/tessary --background\n"));
 }
 
 TEST(InstalledFilesTest, AllMayReadThemAndOnlyProgramsRun)
