@@ -16,6 +16,9 @@ public:
     /// Keeps a window that is about to be shown out of taskbars and switchers, and on every workspace. To be
     /// called before each time it is shown.
     virtual void setFloating(quintptr window) = 0;
+    /// Whether taskbars and switchers show an ordinary window. Takes effect at once for one that is shown;
+    /// for others to be called before each time they are.
+    virtual void setListed(quintptr window, bool isListed) = 0;
     /// Lets the pointer through everywhere but there.
     /// @param region logical pixels within the window.
     virtual void setInputRegion(quintptr window, const QRect& region, qreal devicePixelRatio) = 0;

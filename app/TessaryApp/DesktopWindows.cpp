@@ -4,6 +4,7 @@
 #include "platform/DesktopAppearance.h"
 #include "platform/WindowEffects.h"
 #include "store/FileImageCache.h"
+#include "ui/OrdinaryWindows.h"
 #include "ui/preview/PreviewWindow.h"
 #include "ui/quicksearch/QuickSearchPanelController.h"
 
@@ -35,6 +36,7 @@ void DesktopWindows::followAppearance()
 
 void DesktopWindows::attach(AppRuntime& runtime)
 {
+    m_ordinaryWindows = std::make_unique<OrdinaryWindows>(runtime.settings(), m_effects);
     m_quickSearch = std::make_unique<QuickSearchPanelController>(runtime, m_theme, m_effects);
     connect(m_quickSearch.get(), &QuickSearchPanelController::keyboardSettled, &runtime,
             &AppRuntime::panelSettled);
@@ -45,6 +47,7 @@ void DesktopWindows::detach()
     m_quickSearch.reset();
     for (const QPointer<PreviewWindow>& preview : std::exchange(m_previews, {}))
         delete preview.data();
+    m_ordinaryWindows.reset();
 }
 
 bool DesktopWindows::isQuickSearchVisible() const
@@ -79,6 +82,8 @@ void DesktopWindows::showPreview(const ScreenshotRecord& record)
         preview = new PreviewWindow(m_theme, FileImageCache::sharedImage, record);
         preview->setAttribute(Qt::WA_DeleteOnClose);
         m_previews.append(preview);
+        if (m_ordinaryWindows)
+            m_ordinaryWindows->add(*preview);
     }
     preview->present();
     m_effects.activate(preview->winId());

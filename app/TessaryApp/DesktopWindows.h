@@ -12,6 +12,7 @@ namespace tessary {
 
 class AppRuntime;
 class DesktopAppearance;
+class OrdinaryWindows;
 class PreviewWindow;
 class QuickSearchPanelController;
 class WindowEffects;
@@ -43,7 +44,8 @@ private:
     WindowEffects& m_effects;
     Theme m_theme;
     std::unique_ptr<QuickSearchPanelController> m_quickSearch;
-    QList<QPointer<PreviewWindow>> m_previews; // each deletes itself when it is closed
+    std::unique_ptr<OrdinaryWindows> m_ordinaryWindows; // while attached
+    QList<QPointer<PreviewWindow>> m_previews;          // each deletes itself when it is closed
 };
 
 } // namespace tessary

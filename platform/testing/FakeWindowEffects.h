@@ -2,6 +2,9 @@
 
 #include "platform/WindowEffects.h"
 
+#include <QHash>
+#include <QList>
+
 #include <utility>
 
 namespace tessary::testing {
@@ -12,6 +15,7 @@ class FakeWindowEffects : public WindowEffects {
 public:
     [[nodiscard]] bool isComposited() const override { return m_isComposited; }
     void setFloating(quintptr window) override { floating = window; }
+    void setListed(quintptr window, bool isListed) override { listed[window].append(isListed); }
     void setInputRegion(quintptr, const QRect& region, qreal) override { inputRegion = region; }
     void activate(quintptr window) override { activated = window; }
 
@@ -21,6 +25,7 @@ public:
             Q_EMIT compositedChanged();
     }
 
+    QHash<quintptr, QList<bool>> listed; ///< What was asked for each window, in order.
     QRect inputRegion;
     quintptr floating = 0;
     quintptr activated = 0;

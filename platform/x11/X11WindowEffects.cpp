@@ -3,8 +3,9 @@
 #include "platform/x11/XcbReply.h"
 
 #include <QGuiApplication>
+#include <QWindow>
 
-#include <array>
+#include <algorithm>
 
 #include <xcb/shape.h>
 #include <xcb/xfixes.h>
@@ -12,6 +13,23 @@
 #include <cmath>
 
 namespace tessary {
+namespace {
+
+/// Null where Qt does not speak X11.
+xcb_connection_t* qtConnection()
+{
+    const auto* application = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
+    return application != nullptr ? application->connection() : nullptr;
+}
+
+bool isShown(quintptr window)
+{
+    const QWindowList windows = QGuiApplication::topLevelWindows();
+    return std::any_of(windows.cbegin(), windows.cend(),
+                       [window](const QWindow* one) { return one->isVisible() && one->winId() == window; });
+}
+
+} // namespace
 
 X11WindowEffects::X11WindowEffects(QObject* parent)
     : WindowEffects(parent),
@@ -70,21 +88,55 @@ void X11WindowEffects::publish(bool isComposited)
     QMetaObject::invokeMethod(this, take, Qt::QueuedConnection);
 }
 
-/// On Qt's own connection, so that it is there before Qt maps the window; Qt keeps states that it does not
-/// know. Window managers clear them when the window is hidden.
 void X11WindowEffects::setFloating(quintptr window)
 {
-    const auto* application = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
-    if (application == nullptr)
+    xcb_connection_t* x = qtConnection();
+    if (x == nullptr)
         return;
-    xcb_connection_t* x = application->connection();
-    const std::array states{m_floatingStates.skipTaskbar, m_floatingStates.skipPager,
-                            m_floatingStates.sticky};
-    xcb_change_property(x, XCB_PROP_MODE_APPEND, static_cast<xcb_window_t>(window), m_floatingStates.property,
-                        XCB_ATOM_ATOM, 32, states.size(), states.data());
+    append(window, {m_floatingStates.skipTaskbar, m_floatingStates.skipPager, m_floatingStates.sticky});
     const uint32_t allWorkspaces = 0xffffffff;
     xcb_change_property(x, XCB_PROP_MODE_REPLACE, static_cast<xcb_window_t>(window),
                         m_floatingStates.workspace, XCB_ATOM_CARDINAL, 32, 1, &allWorkspaces);
+}
+
+void X11WindowEffects::setListed(quintptr window, bool isListed)
+{
+    if (qtConnection() == nullptr)
+        return;
+    if (isShown(window))
+        requestStates(window, isListed);
+    else if (!isListed)
+        append(window, {m_floatingStates.skipTaskbar, m_floatingStates.skipPager});
+}
+
+/// On Qt's own connection, so that it is there before Qt maps the window; Qt keeps states that it does not
+/// know. Window managers clear them when the window is hidden.
+void X11WindowEffects::append(quintptr window, const std::vector<xcb_atom_t>& states) const
+{
+    xcb_change_property(qtConnection(), XCB_PROP_MODE_APPEND, static_cast<xcb_window_t>(window),
+                        m_floatingStates.property, XCB_ATOM_ATOM, 32, static_cast<uint32_t>(states.size()),
+                        states.data());
+}
+
+/// The states of a window that is shown are the window manager's to change.
+void X11WindowEffects::requestStates(quintptr window, bool isListed) const
+{
+    constexpr uint32_t kRemove = 0;
+    constexpr uint32_t kAdd = 1;
+    constexpr uint32_t kFromApplication = 1;
+    xcb_client_message_event_t request{};
+    request.response_type = XCB_CLIENT_MESSAGE;
+    request.format = 32;
+    request.window = static_cast<xcb_window_t>(window);
+    request.type = m_floatingStates.property;
+    request.data.data32[0] = isListed ? kRemove : kAdd;
+    request.data.data32[1] = m_floatingStates.skipTaskbar;
+    request.data.data32[2] = m_floatingStates.skipPager;
+    request.data.data32[3] = kFromApplication;
+    xcb_send_event(qtConnection(), 0, m_loop.root(),
+                   XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY,
+                   reinterpret_cast<const char*>(&request));
+    xcb_flush(qtConnection());
 }
 
 void X11WindowEffects::setInputRegion(quintptr window, const QRect& region, qreal devicePixelRatio)

@@ -4,6 +4,8 @@
 #include "platform/x11/WindowActivation.h"
 #include "platform/x11/X11EventLoop.h"
 
+#include <vector>
+
 namespace tessary {
 
 /// Compositor, input shapes and activation on an X server, on a connection of their own.
@@ -16,6 +18,7 @@ public:
 
     [[nodiscard]] bool isComposited() const override { return m_isComposited; }
     void setFloating(quintptr window) override;
+    void setListed(quintptr window, bool isListed) override;
     void setInputRegion(quintptr window, const QRect& region, qreal devicePixelRatio) override;
     void activate(quintptr window) override;
 
@@ -23,6 +26,9 @@ private:
     void watchCompositor();
     void handle(const xcb_generic_event_t& event);
     void publish(bool isComposited);
+
+    void append(quintptr window, const std::vector<xcb_atom_t>& states) const;
+    void requestStates(quintptr window, bool isListed) const;
 
     struct FloatingStates {
         xcb_atom_t property = XCB_ATOM_NONE;

@@ -141,6 +141,16 @@ QByteArray ScreenWindows::activeTitle() const
     return title(active);
 }
 
+bool ScreenWindows::isLeftOut(xcb_window_t window) const
+{
+    const QByteArray states = property(window, atom(m_x, "_NET_WM_STATE"));
+    const auto has = [&](const char* name) {
+        const xcb_atom_t state = atom(m_x, name);
+        return states.contains(QByteArray(reinterpret_cast<const char*>(&state), sizeof state));
+    };
+    return has("_NET_WM_STATE_SKIP_TASKBAR") && has("_NET_WM_STATE_SKIP_PAGER");
+}
+
 bool ScreenWindows::isTranslucent(xcb_window_t window) const
 {
     constexpr uint8_t kWithAlpha = 32;

@@ -36,6 +36,8 @@ public:
     [[nodiscard]] QByteArray title(xcb_window_t window) const;
     /// Whether the window has an alpha channel.
     [[nodiscard]] bool isTranslucent(xcb_window_t window) const;
+    /// Whether taskbars and switchers are asked to leave the window out.
+    [[nodiscard]] bool isLeftOut(xcb_window_t window) const;
     /// Whether a window manager runs, and whether something puts the screen together from translucent
     /// windows.
     [[nodiscard]] bool isManaged() const;
