@@ -12,7 +12,7 @@ _tessary() {
     COMPREPLY=()
 
     if ((COMP_CWORD == 1)); then
-        mapfile -t COMPREPLY < <(compgen -W "$verbs --help --version -h -v" -- "$current")
+        mapfile -t COMPREPLY < <(compgen -W "$verbs --background --help --version -h -v" -- "$current")
         return
     fi
     case $verb:$previous in

@@ -12,6 +12,7 @@ end
 complete -c tessary -f
 complete -c tessary -s h -l help -d 'Show help'
 complete -c tessary -n __tessary_has_no_verb -s v -l version -d 'Show the version'
+complete -c tessary -n __tessary_has_no_verb -l background -d 'Start, or leave the one that runs alone'
 
 complete -c tessary -n __tessary_has_no_verb -a toggle -d 'Show or hide the panel'
 complete -c tessary -n __tessary_has_no_verb -a settings -d 'Show the settings'

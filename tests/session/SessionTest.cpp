@@ -42,7 +42,7 @@ void SessionTest::launch()
 
 std::unique_ptr<ChildProcess> SessionTest::run(const QStringList& arguments)
 {
-    return std::make_unique<ChildProcess>(QStringLiteral(TESSARY_PROGRAM), arguments, m_environment);
+    return std::make_unique<ChildProcess>(m_program, arguments, m_environment);
 }
 
 void SessionTest::quit()

@@ -23,6 +23,8 @@ protected:
     void launch();
     /// The same for a further start of the program, which ends by itself or with its object.
     [[nodiscard]] std::unique_ptr<ChildProcess> run(const QStringList& arguments = {});
+    /// Starts are of this program from now on, such as of an installed one.
+    void useProgram(const QString& path) { m_program = path; }
     /// Asks it to quit, as the end of a session does, and checks that it does.
     void quit();
     [[nodiscard]] ChildProcess& tessary() { return *m_tessary; }
@@ -63,6 +65,7 @@ protected:
 private:
     TemporaryFolder m_folder;
     QProcessEnvironment m_environment;
+    QString m_program{QStringLiteral(TESSARY_PROGRAM)};
     std::vector<std::unique_ptr<ChildProcess>> m_programs;
     std::unique_ptr<ChildProcess> m_tessary;
     int m_markers = 0;
