@@ -83,6 +83,7 @@ QCoro::Task<> AppRuntime::start()
     co_await reconcile();
     Q_EMIT libraryChanged(
         {LibraryChange::Kind::Opened, {}}); // lists were asked for before there was a library
+    co_await m_storage.finishRemovals();
     co_await recoverImports();
     if (m_flows.stopToken().stop_requested())
         co_return; // asked to end before it was up

@@ -7,6 +7,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QSet>
 
 namespace tessary {
 namespace {
@@ -20,6 +21,11 @@ QStringList itemFolders(const AppPaths& paths)
 bool isOurs(const AppPaths& paths, const QString& file)
 {
     return itemFolders(paths).contains(QFileInfo(QDir::cleanPath(file)).path());
+}
+
+QString notePath(const AppPaths& paths)
+{
+    return paths.root + QStringLiteral("/.removing");
 }
 
 /// Takes errors until it is done, and tells the first.
@@ -98,6 +104,48 @@ QCoro::Task<> LibraryFiles::removeFiles(AppPaths paths, QStringList files)
             if (isOurs(paths, file))
                 QFile::remove(file);
         }
+    });
+    co_await removing;
+}
+
+QCoro::Task<> LibraryFiles::beginRemoval(AppPaths paths)
+{
+    auto noting = m_lane.post([paths] { (void)QFile(notePath(paths)).open(QIODevice::WriteOnly); });
+    co_await noting;
+}
+
+QCoro::Task<> LibraryFiles::endRemoval(AppPaths paths)
+{
+    auto forgetting = m_lane.post([paths] { QFile::remove(notePath(paths)); });
+    co_await forgetting;
+}
+
+QCoro::Task<bool> LibraryFiles::wasRemovalInterrupted(AppPaths paths)
+{
+    auto looking = m_lane.post([paths] { return QFile::exists(notePath(paths)); });
+    co_return co_await looking;
+}
+
+QCoro::Task<QList<QUuid>> LibraryFiles::owners(AppPaths paths)
+{
+    auto listing = m_lane.post([paths] {
+        QSet<QUuid> ids;
+        for (const QString& folder : itemFolders(paths)) {
+            for (const QString& name : QDir(folder).entryList(QDir::Files, QDir::Unsorted))
+                ids.insert(QUuid::fromString(QFileInfo(name).completeBaseName()));
+        }
+        ids.remove(QUuid()); // what has another name is nobody's
+        return ids.values();
+    });
+    co_return co_await listing;
+}
+
+QCoro::Task<> LibraryFiles::removeFilesOf(AppPaths paths, QList<QUuid> owners)
+{
+    auto removing = m_lane.post([paths, owners] {
+        const ImportJournal journal(paths);
+        for (const QUuid& owner : owners)
+            journal.discard(owner);
     });
     co_await removing;
 }

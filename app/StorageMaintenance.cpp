@@ -19,6 +19,7 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr int kPiece = 200;                 // items removed at once
+constexpr qsizetype kLookedUp = 1000;       // items at once
 constexpr qint64 kGigabyte = 1'000'000'000; // bytes
 constexpr auto kBetweenMeasurements = 5s;
 constexpr auto kBetweenCleanups = 2s;
@@ -110,6 +111,7 @@ QCoro::Task<qint64> StorageMaintenance::removePieces(Piece piece)
 {
     qint64 count = 0;
     std::exception_ptr failure;
+    co_await beginRemoval();
     for (bool isComplete = false; !isComplete && !isStopped();) {
         RemovedItems removed;
         try {
@@ -125,6 +127,7 @@ QCoro::Task<qint64> StorageMaintenance::removePieces(Piece piece)
         count += removed.items.size();
         isComplete = removed.isComplete || removed.items.isEmpty();
     }
+    co_await endRemoval();
     if (count > 0) {
         Q_EMIT libraryChanged({LibraryChange::Kind::Removed, {}});
         refreshStorageUsage();
@@ -132,6 +135,45 @@ QCoro::Task<qint64> StorageMaintenance::removePieces(Piece piece)
     if (failure)
         std::rethrow_exception(failure);
     co_return count;
+}
+
+QCoro::Task<> StorageMaintenance::beginRemoval()
+{
+    if (m_removals++ == 0)
+        co_await m_files.beginRemoval(*m_paths);
+}
+
+QCoro::Task<> StorageMaintenance::endRemoval()
+{
+    if (--m_removals == 0)
+        co_await m_files.endRemoval(*m_paths);
+}
+
+QCoro::Task<> StorageMaintenance::finishRemovals()
+{
+    const FlowSet::Stay stay(m_flows);
+    if (m_store == nullptr || !m_paths)
+        co_return;
+    const bool wasInterrupted = co_await m_files.wasRemovalInterrupted(*m_paths);
+    if (!wasInterrupted)
+        co_return;
+    try {
+        co_await removeStrayFiles();
+    } catch (const std::exception& error) {
+        Q_EMIT failed(tr("自动清理失败：") + localizedDescription(error));
+    }
+}
+
+QCoro::Task<> StorageMaintenance::removeStrayFiles()
+{
+    const QList<QUuid> owners = co_await m_files.owners(*m_paths);
+    for (qsizetype next = 0; next < owners.size(); next += kLookedUp) {
+        if (isStopped())
+            co_return; // the note stays for the next start
+        const QList<QUuid> strays = co_await m_store->unknownAmong(owners.mid(next, kLookedUp));
+        co_await m_files.removeFilesOf(*m_paths, strays);
+    }
+    co_await m_files.endRemoval(*m_paths);
 }
 
 // --- clearing ---------------------------------------------------------------
@@ -152,17 +194,23 @@ QCoro::Task<> StorageMaintenance::clearAllData()
 QCoro::Task<> StorageMaintenance::clear()
 {
     const ImportEpochs::Hold hold = m_importer->forgetRunningImports();
-    co_await m_store->removeEverything();
-    FileImageCache::shared().clear();
+    co_await beginRemoval();
     std::exception_ptr failure;
+    bool isEmpty = false;
     try {
+        co_await m_store->removeEverything();
+        isEmpty = true;
+        FileImageCache::shared().clear();
+        co_await m_tracker->erase(); // first, or a file that cannot be removed would save it
         co_await m_files.removeAllFiles(*m_paths);
     } catch (...) {
-        failure = std::current_exception(); // the history goes all the same
+        failure = std::current_exception();
     }
-    co_await m_tracker->erase();
-    Q_EMIT libraryChanged({LibraryChange::Kind::Cleared, {}});
-    refreshStorageUsage();
+    co_await endRemoval();
+    if (isEmpty) {
+        Q_EMIT libraryChanged({LibraryChange::Kind::Cleared, {}});
+        refreshStorageUsage();
+    }
     if (failure)
         std::rethrow_exception(failure);
 }

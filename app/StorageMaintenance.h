@@ -58,6 +58,10 @@ public:
     /// meanwhile does not come back. A failure is told by `failed`; what was removed before stays removed.
     [[nodiscard]] QCoro::Task<> clearAllData();
 
+    /// Once at start-up, before anything is imported: removes the files of items that an earlier run removed
+    /// without getting to their files. A failure is told by `failed`.
+    [[nodiscard]] QCoro::Task<> finishRemovals();
+
     /// To be told of imports. Bursts lead to few measurements and cleanups.
     void clipboardImported() { m_measurement.request(); }
     void fileImported();
@@ -74,6 +78,9 @@ private:
     QCoro::Task<> measure();
     QCoro::Task<> cleanUp();
     QCoro::Task<qint64> removePieces(Piece piece);
+    QCoro::Task<> beginRemoval();
+    QCoro::Task<> endRemoval();
+    QCoro::Task<> removeStrayFiles();
     QCoro::Task<> clear();
     [[nodiscard]] Date trashCutOff() const;
     [[nodiscard]] qint64 limitBytes() const;
@@ -88,6 +95,7 @@ private:
     ScreenshotImporter* m_importer = nullptr;
     FrontmostAppTracker* m_tracker = nullptr;
     qint64 m_storageBytes = 0;
+    int m_removals = 0; // that go on
     StorageMeter m_meter;
     SpacedWork m_measurement;
     SpacedWork m_cleanup;

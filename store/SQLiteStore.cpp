@@ -202,6 +202,17 @@ QCoro::Task<bool> SQLiteStore::containsRecord(QUuid id)
     co_return co_await work;
 }
 
+QCoro::Task<QList<QUuid>> SQLiteStore::unknownAmong(QList<QUuid> ids)
+{
+    auto work = m_lane.post([this, ids] {
+        QList<QUuid> unknown = ids;
+        unknown.removeIf(
+            [this](const QUuid& id) { return m_databases->structuredStore().containsRecord(id); });
+        return unknown;
+    });
+    co_return co_await work;
+}
+
 QCoro::Task<std::optional<ScreenshotRecord>> SQLiteStore::record(QUuid id)
 {
     auto work = m_lane.post([this, id] { return m_databases->structuredStore().record(id); });

@@ -32,6 +32,8 @@ public:
     /// The item that holds the content, if any does.
     [[nodiscard]] QCoro::Task<std::optional<QUuid>> identifier(QString contentHash);
     [[nodiscard]] QCoro::Task<bool> containsRecord(QUuid id);
+    /// Those of the ids that no item has.
+    [[nodiscard]] QCoro::Task<QList<QUuid>> unknownAmong(QList<QUuid> ids);
     [[nodiscard]] QCoro::Task<std::optional<ScreenshotRecord>> record(QUuid id);
     /// Up to `limit` items, trash included, in the order of their identifiers. @param after the last item of
     /// the page before; a null identifier for the first page.

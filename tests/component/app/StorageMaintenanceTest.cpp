@@ -159,13 +159,41 @@ TEST_F(StorageMaintenanceTest, TheLastOfManyImportsIsMeasured)
 
 TEST_F(StorageMaintenanceTest, AStopTakesEffectBetweenTwoPieces)
 {
+    addPictures(1050, 100 * kMega);
+    limitTo(1);
+    QCoro::Task<> cleanup = storage.enforceStorageLimit();
+    ASSERT_TRUE(eventually([&] { return left().size() < 1050; }));
+    flows.cancel();
+    await(std::move(cleanup));
+    EXPECT_GT(left().size(), 10) << "which it would have come to";
+    EXPECT_EQ(itemFiles().size(), left().size() * 3) << "their files went with them";
+}
+
+TEST_F(StorageMaintenanceTest, FilesWhoseItemsAnEarlierRunRemovedAreRemovedAtTheStart)
+{
+    const QList<ScreenshotRecord> pictures = addPictures(3, kMega);
+    for (const ScreenshotRecord& removed : pictures.first(2))
+        ASSERT_TRUE(CoreDataScreenshotStore(paths.database).remove(removed.id));
+    writeTo(paths.originals + QStringLiteral("/note.txt"), "not ours");
+    await(storage.finishRemovals());
+    EXPECT_EQ(itemFiles().size(), 10) << "nobody was removing anything";
+    writeTo(paths.root + QStringLiteral("/.removing"), {});
+    await(storage.finishRemovals());
+    EXPECT_EQ(itemFiles().size(), 4);
+    EXPECT_TRUE(QFile::exists(pictures.at(2).libraryPath));
+    EXPECT_TRUE(strayFiles().isEmpty()) << "the note is gone";
+}
+
+TEST_F(StorageMaintenanceTest, ARemovalIsNotedForAsLongAsItGoesOn)
+{
+    const QString note = paths.root + QStringLiteral("/.removing");
     addPictures(450, 100 * kMega);
     limitTo(1);
     QCoro::Task<> cleanup = storage.enforceStorageLimit();
-    flows.cancel();
+    EXPECT_TRUE(eventually([&] { return left().size() < 450; }));
+    EXPECT_TRUE(QFile::exists(note));
     await(std::move(cleanup));
-    EXPECT_EQ(left().size(), 250);
-    EXPECT_EQ(itemFiles().size(), 750) << "their files went with them";
+    EXPECT_FALSE(QFile::exists(note));
 }
 
 // --- the trash --------------------------------------------------------------
