@@ -149,7 +149,8 @@ QByteArray AutostartEntry::contents(const QString& identifier, const QString& pr
     const QStringList lines{QStringLiteral("[Desktop Entry]"),
                             QStringLiteral("Type=Application"),
                             QStringLiteral("Name=Tessary"),
-                            QStringLiteral("Exec=") + escaped(quoted(program)),
+                            QStringLiteral("Exec=") + escaped(quoted(program)) +
+                                QStringLiteral(" --background"),
                             QStringLiteral("TryExec=") + escaped(program),
                             QStringLiteral("Icon=") + identifier,
                             QStringLiteral("Terminal=false"),
