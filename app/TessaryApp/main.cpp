@@ -124,7 +124,8 @@ int main(int argc, char** argv)
     if (commandLine.request == CommandLine::Request::Perform) {
         const int status = perform(commandLine, argc, argv);
         std::fflush(nullptr);
-        std::_Exit(status); // else the bus's own thread, still at work, complains of what is destroyed around it
+        // Else the bus's own thread, still at work, complains of what is destroyed around it.
+        std::_Exit(status);
     }
     tessary::keepLittleFreedMemory();
     ::umask(kOthersMask); // what we keep is nobody else's business
