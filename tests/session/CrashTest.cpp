@@ -49,7 +49,8 @@ protected:
     {
         QStringList found = QDir(root()).entryList(QDir::Files | QDir::Hidden);
         found.removeIf([](const QString& name) {
-            return name.startsWith(QLatin1String("Tessary.")) || name == QLatin1String("FrontmostApps.json");
+            return name.startsWith(QLatin1String("Tessary.")) ||
+                   name == QLatin1String("FrontmostApps.json") || name == QLatin1String(".lock");
         });
         return found;
     }
