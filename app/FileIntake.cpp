@@ -18,7 +18,7 @@ namespace {
 /// comes every 300.
 constexpr double kMaxDistance = 600;
 /// Most of the time of an import is the wait for its file to be complete, which costs next to nothing.
-constexpr int kMostAtOnce = 64;
+constexpr int kMostAtOnce = 32;
 
 std::shared_ptr<ExpendableLane> newLane()
 {

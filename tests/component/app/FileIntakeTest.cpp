@@ -174,18 +174,18 @@ TEST_F(FileIntakeTest, AScreenshotThatVanishesIsPassedOverInSilence)
     EXPECT_TRUE(strayFiles().isEmpty());
 }
 
-TEST_F(FileIntakeTest, NeverMoreThanSixtyFourDiscoveredFilesAreImportedAtOnce)
+TEST_F(FileIntakeTest, NeverMoreThanThirtyTwoDiscoveredFilesAreImportedAtOnce)
 {
     for (int i = 0; i < 200; ++i)
         discoverAgain(write(QStringLiteral("Screenshot %1.png").arg(i), QByteArray::number(i)));
     int most = 0;
     ASSERT_TRUE(testing::eventually([&] {
         most = std::max(most, clock.sleeping());
-        if (clock.sleeping() == std::min(64, 200 - static_cast<int>(listed().size())))
+        if (clock.sleeping() == std::min(32, 200 - static_cast<int>(listed().size())))
             letTimePass();
         return flows.isEmpty();
     }));
-    EXPECT_EQ(most, 64);
+    EXPECT_EQ(most, 32);
     EXPECT_EQ(listed().size(), 200);
 }
 
@@ -195,7 +195,7 @@ TEST_F(FileIntakeTest, WhatWaitsIsForgottenWhenTheFolderIsNoLongerWatched)
         discoverAgain(write(QStringLiteral("Screenshot %1.png").arg(i), QByteArray::number(i)));
     intake.forgetDiscovered();
     ASSERT_TRUE(settled());
-    EXPECT_EQ(listed().size(), 64);
+    EXPECT_EQ(listed().size(), 32);
     for (int i = 0; i < 100; ++i)
         discoverAgain(folder.file(QStringLiteral("Screenshot %1.png").arg(i)));
     ASSERT_TRUE(settled());
