@@ -1,6 +1,7 @@
 #include "app/AppSettings.h"
 #include "app/LibraryFiles.h"
 #include "app/StorageMaintenance.h"
+#include "bench/tools/PauseMeter.h"
 #include "bench/tools/SampleLibrary.h"
 #include "capture/FrontmostAppTracker.h"
 #include "capture/ScreenshotImporter.h"
@@ -14,14 +15,10 @@
 #include "store/CoreDataScreenshotStore.h"
 #include "store/Projection.h"
 
-#include <QElapsedTimer>
 #include <QFile>
 #include <QTemporaryDir>
-#include <QTimer>
 
 #include <benchmark/benchmark.h>
-
-#include <ctime>
 
 /// What the upkeep of a library costs, and for how long it holds up the main thread.
 namespace tessary::bench {
@@ -30,45 +27,6 @@ namespace {
 constexpr int kRemoved = 10'000;
 constexpr qint64 kPictureSize = 1'000'000; // as recorded; the files are small
 constexpr qint64 kOtherItems = 20'000;     // mostly texts
-
-/// Milliseconds that this thread has worked.
-double workedByNow()
-{
-    timespec time{};
-    ::clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
-    return static_cast<double>(time.tv_sec) * 1e3 + static_cast<double>(time.tv_nsec) / 1e6;
-}
-
-/// The longest time between two turns of the event loop, and the most work in one: on a busy machine the
-/// thread may also have to wait for a processor.
-class Heartbeat {
-public:
-    Heartbeat()
-    {
-        QObject::connect(&m_timer, &QTimer::timeout, [this] { beat(); });
-        m_watch.start();
-        m_worked = workedByNow();
-        m_timer.start(0);
-    }
-    [[nodiscard]] double longestPause() const { return m_longest; } ///< Milliseconds, as the next.
-    [[nodiscard]] double mostWork() const { return m_mostWork; }
-
-private:
-    void beat()
-    {
-        m_longest = std::max(m_longest, static_cast<double>(m_watch.nsecsElapsed()) / 1e6);
-        const double worked = workedByNow();
-        m_mostWork = std::max(m_mostWork, worked - m_worked);
-        m_worked = worked;
-        m_watch.start();
-    }
-
-    QElapsedTimer m_watch;
-    double m_longest = 0;
-    double m_worked = 0;
-    double m_mostWork = 0;
-    QTimer m_timer;
-};
 
 /// A library of texts and of pictures with their three files, of which `kRemoved` are above the limit.
 class Library {
@@ -157,10 +115,10 @@ void measure(benchmark::State& state, Work work)
     double pause = 0;
     double mostWork = 0;
     for (auto _ : state) {
-        const Heartbeat heartbeat;
+        const PauseMeter meter;
         work();
-        pause = heartbeat.longestPause();
-        mostWork = heartbeat.mostWork();
+        pause = meter.longest();
+        mostWork = meter.longestWork();
     }
     state.counters["most_work_ms"] = mostWork;
     state.counters["longest_pause_ms"] = pause;

@@ -1,13 +1,13 @@
 #include "app/AppRuntime.h"
 
 #include "app/ApplicationIdentity.h"
-#include "app/WindowPresenter.h"
 #include "capture/FrontmostAppSample.h"
 #include "search/ScreenshotSearchViewModel.h"
 #include "store/Projection.h"
 #include "store/RecordColumns.h"
 #include "tests/support/Await.h"
 #include "tests/support/FakePlatform.h"
+#include "tests/support/FakeWindows.h"
 #include "tests/support/RecordSamples.h"
 
 #include <QCoreApplication>
@@ -21,21 +21,6 @@ using namespace std::chrono_literals;
 using testing::await;
 using testing::eventually;
 using HotKey = GlobalHotKeyService::HotKey;
-
-class FakeWindows : public WindowPresenter {
-public:
-    [[nodiscard]] bool isQuickSearchVisible() const override { return isVisible; }
-    void showQuickSearch() override { isVisible = true; }
-    void hideQuickSearch() override { isVisible = false; }
-    void showSettings() override { ++settingsShown; }
-    void showPreview(const ScreenshotRecord&) override { ++previews; }
-    void showRegionSelection() override { ++selections; }
-
-    bool isVisible = false;
-    int settingsShown = 0;
-    int previews = 0;
-    int selections = 0;
-};
 
 class AppRuntimeTest : public ::testing::Test, protected testing::FakePlatform {
 protected:
@@ -73,7 +58,7 @@ protected:
         }));
     }
 
-    FakeWindows windows;
+    testing::FakeWindows windows;
     std::unique_ptr<AppRuntime> runtime;
 };
 
@@ -220,7 +205,7 @@ TEST_F(AppRuntimeTest, ASecondProgramLeavesTheLibraryAlone)
 {
     start();
     ASSERT_TRUE(copies(QStringLiteral("mine")));
-    FakeWindows otherWindows;
+    testing::FakeWindows otherWindows;
     {
         AppRuntime second(platform, otherWindows);
         await(second.start());

@@ -1,9 +1,9 @@
 #include "app/AppRuntime.h"
 #include "app/ApplicationIdentity.h"
-#include "app/WindowPresenter.h"
 #include "store/Projection.h"
 #include "store/RecordColumns.h"
 #include "tests/session/x11/PasteFixture.h"
+#include "tests/support/FakeWindows.h"
 
 namespace tessary {
 namespace {
@@ -12,18 +12,6 @@ using testing::await;
 using testing::ChildProcess;
 using testing::eventually;
 using testing::PasteTarget;
-
-class NoWindows : public WindowPresenter {
-public:
-    [[nodiscard]] bool isQuickSearchVisible() const override { return isVisible; }
-    void showQuickSearch() override { isVisible = true; }
-    void hideQuickSearch() override { isVisible = false; }
-    void showSettings() override {}
-    void showPreview(const ScreenshotRecord&) override {}
-    void showRegionSelection() override {}
-
-    bool isVisible = false;
-};
 
 /// The runtime with a library of its own on the real clipboard.
 class CopyBackSessionTest : public testing::PasteFixture {
@@ -49,7 +37,7 @@ protected:
         });
     }
 
-    NoWindows windows;
+    testing::FakeWindows windows;
     AppRuntime runtime{platform(clock), windows};
 };
 

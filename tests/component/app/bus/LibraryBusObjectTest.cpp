@@ -2,11 +2,11 @@
 
 #include "app/AppRuntime.h"
 #include "app/ApplicationIdentity.h"
-#include "app/WindowPresenter.h"
 #include "app/bus/BusError.h"
 #include "app/commandline/HandedInFile.h"
 #include "tests/support/Await.h"
 #include "tests/support/FakePlatform.h"
+#include "tests/support/FakeWindows.h"
 #include "tests/support/PrivateBus.h"
 #include "tests/support/RecordSamples.h"
 
@@ -24,19 +24,6 @@ using namespace std::chrono_literals;
 using testing::await;
 using testing::eventually;
 using testing::textRecord;
-
-class FakeWindows : public WindowPresenter {
-public:
-    [[nodiscard]] bool isQuickSearchVisible() const override { return isVisible; }
-    void showQuickSearch() override { isVisible = true; }
-    void hideQuickSearch() override { isVisible = false; }
-    void showSettings() override { ++settingsShown; }
-    void showPreview(const ScreenshotRecord&) override {}
-    void showRegionSelection() override {}
-
-    bool isVisible = false;
-    int settingsShown = 0;
-};
 
 /// The object on a bus of its own, and another program that calls it.
 class LibraryBusObjectTest : public ::testing::Test, protected testing::FakePlatform {
@@ -95,7 +82,7 @@ private:
     QDBusConnection m_caller{QString()};
 
 protected:
-    FakeWindows windows;
+    testing::FakeWindows windows;
     AppRuntime runtime{platform, windows};
     LibraryBusObject object;
 };

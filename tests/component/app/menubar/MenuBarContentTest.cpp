@@ -1,9 +1,9 @@
 #include "app/menubar/MenuBarContent.h"
 
 #include "app/AppRuntime.h"
-#include "app/WindowPresenter.h"
 #include "tests/support/Await.h"
 #include "tests/support/FakePlatform.h"
+#include "tests/support/FakeWindows.h"
 #include "ui/kit/Theme.h"
 
 namespace tessary {
@@ -11,19 +11,6 @@ namespace {
 
 using testing::await;
 using testing::eventually;
-
-class CountingWindows : public WindowPresenter {
-public:
-    [[nodiscard]] bool isQuickSearchVisible() const override { return isVisible; }
-    void showQuickSearch() override { isVisible = true; }
-    void hideQuickSearch() override { isVisible = false; }
-    void showSettings() override { ++settingsShown; }
-    void showPreview(const ScreenshotRecord&) override {}
-    void showRegionSelection() override {}
-
-    bool isVisible = false;
-    int settingsShown = 0;
-};
 
 const testing::FakeGlobalHotKeyFacility::Combination kQuickSearch{49, 2048};
 const testing::FakeGlobalHotKeyFacility::Combination kLocalOCR{31, 6144};
@@ -68,7 +55,7 @@ protected:
         ASSERT_TRUE(eventually([&] { return content.menu().isVisible(); }));
     }
 
-    CountingWindows windows;
+    testing::FakeWindows windows;
     AppRuntime runtime{platform, windows};
     Theme theme;
     MenuBarContent content{runtime, theme};
