@@ -3,7 +3,8 @@
 #include "app/menubar/EmbeddedStatusItem.h"
 #include "platform/linux/StatusNotifierItem.h"
 
-#include <QCoreApplication>
+#include <QApplication>
+#include <QIcon>
 #include <QLoggingCategory>
 #include <QTimer>
 
@@ -28,6 +29,8 @@ TessaryApp::TessaryApp(LibraryBusObject& bus)
       m_menuBar(m_runtime.settings(), m_session.appearance(), m_session.statusHosts(),
                 [this](StatusHosts::Kind kind) { return makeStatusItem(kind); })
 {
+    // For windows in taskbars and switchers of desktops that do not know our desktop file.
+    QApplication::setWindowIcon(QIcon(QStringLiteral(":/tessary/symbols/app-icon.svg")));
     m_windows.attach(m_runtime);
     m_bus.attach(m_runtime);
     connect(&m_menuBar, &MenuBarExtra::activated, &m_runtime, &AppRuntime::toggleQuickSearch);
