@@ -35,7 +35,7 @@ void readAll(int descriptor, const Take& take)
 
 } // namespace
 
-HandedInFile::HandedInFile(QDBusUnixFileDescriptor descriptor) : m_descriptor(std::move(descriptor))
+HandedInFile::HandedInFile(const QDBusUnixFileDescriptor& descriptor) : m_descriptor(descriptor)
 {
     if (!m_descriptor.isValid())
         throw CommandError(ExitStatus::Failed, QStringLiteral("Tessary sent no content"));

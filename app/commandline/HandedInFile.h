@@ -10,7 +10,7 @@ namespace tessary {
 class HandedInFile {
 public:
     /// @throws CommandError when there is none.
-    explicit HandedInFile(QDBusUnixFileDescriptor descriptor);
+    explicit HandedInFile(const QDBusUnixFileDescriptor& descriptor);
 
     /// All of it. @throws CommandError.
     [[nodiscard]] QByteArray bytes() const;
