@@ -324,8 +324,10 @@ BusCommands::Answer BusCommands::restoreFrom(QString folder)
     } catch (...) {
         failure = std::current_exception();
     }
-    if (failure || restored.added > 0) // what came before a failure stays
+    if (failure || restored.added > 0) { // what came before a failure stays
         Q_EMIT m_runtime.libraryChanged({LibraryChange::Kind::Added, {}});
+        m_runtime.refreshStorageUsage();
+    }
     if (failure)
         std::rethrow_exception(failure);
     const QVariantMap summary{
