@@ -1,3 +1,5 @@
+#include "tests/support/ThreadsEnd.h"
+
 #include <QGuiApplication>
 #include <QStandardPaths>
 
@@ -10,5 +12,7 @@ int main(int argc, char** argv)
     qputenv("QT_QPA_PLATFORM", "offscreen");
     testing::InitGoogleTest(&argc, argv);
     QGuiApplication application(argc, argv);
-    return RUN_ALL_TESTS();
+    const int status = RUN_ALL_TESTS();
+    tessary::testing::letThreadsEnd();
+    return status;
 }
