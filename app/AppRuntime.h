@@ -13,7 +13,7 @@
 #include "base/FlowSet.h"
 #include "base/Milestone.h"
 #include "capture/ClipboardMonitor.h"
-#include "capture/KeyedGate.h"
+#include "base/KeyedGate.h"
 #include "capture/ScreenshotDirectoryMonitor.h"
 #include "platform/Platform.h"
 #include "search/LibraryActions.h"

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "base/FlowSet.h"
-#include "capture/KeyedGate.h"
+#include "base/KeyedGate.h"
 #include "platform/Clock.h"
 
 #include <qcoro/qcorotask.h>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "capture/KeyedGate.h"
+#include "base/KeyedGate.h"
 
 #include <QString>
 

@@ -7,7 +7,7 @@
 #include "capture/ImportEpochs.h"
 #include "capture/ImportJournal.h"
 #include "capture/ItemPictures.h"
-#include "capture/KeyedGate.h"
+#include "base/KeyedGate.h"
 #include "capture/SourceApplicationSnapshot.h"
 #include "platform/Clock.h"
 #include "store/AppPaths.h"

@@ -3,7 +3,7 @@
 #include "base/SerialLane.h"
 #include "capture/ImportEpochs.h"
 #include "capture/ImportJournal.h"
-#include "capture/KeyedGate.h"
+#include "base/KeyedGate.h"
 #include "store/AppPaths.h"
 #include "store/ScreenshotRecord.h"
 

@@ -1,4 +1,4 @@
-#include "capture/KeyedGate.h"
+#include "base/KeyedGate.h"
 
 #include "base/SerialLane.h"
 #include "tests/support/Await.h"
