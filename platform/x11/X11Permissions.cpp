@@ -67,6 +67,11 @@ QCoro::Task<PermissionState> X11Permissions::probe()
 
 QCoro::Task<bool> X11Permissions::requestScreenRecording()
 {
+    return hasScreenRecording(); // nobody is asked here
+}
+
+QCoro::Task<bool> X11Permissions::hasScreenRecording()
+{
     const PermissionState state = co_await probeServer();
     co_return state.screenRecording;
 }
