@@ -1,0 +1,38 @@
+#pragma once
+
+#include <QRect>
+
+#include <vector>
+
+namespace tessary::recognizer {
+
+/// Where one line of text is, in pixels of the picture.
+struct TextLine {
+    QRect box;                      ///< Around its ink.
+    std::vector<QRect> pieces = {}; ///< Around each connected piece of it, in no order.
+
+    void add(const QRect& piece)
+    {
+        box |= piece;
+        pieces.push_back(piece);
+    }
+    void add(const TextLine& other)
+    {
+        box |= other.box;
+        pieces.insert(pieces.end(), other.pieces.begin(), other.pieces.end());
+    }
+};
+
+/// How many rows both cover.
+[[nodiscard]] inline int commonHeight(const QRect& one, const QRect& other)
+{
+    return std::min(one.bottom(), other.bottom()) - std::max(one.top(), other.top()) + 1;
+}
+
+/// The free columns between two boxes; negative where they overlap.
+[[nodiscard]] inline int gapBetween(const QRect& one, const QRect& other)
+{
+    return std::max(one.left(), other.left()) - std::min(one.right(), other.right()) - 1;
+}
+
+} // namespace tessary::recognizer
