@@ -3,10 +3,10 @@
 #include "base/ExpendableLane.h"
 #include "platform/ReminderStore.h"
 
+#include <QDeadlineTimer>
 #include <QTimer>
 
 #include <atomic>
-#include <chrono>
 
 namespace tessary {
 
@@ -30,17 +30,13 @@ public:
     template <typename Result>
     using Work = std::function<Result(State&, Claim&)>;
 
-    DeadlineLane(QString name, std::chrono::milliseconds deadline)
-        : m_name(std::move(name)),
-          m_deadline(deadline)
-    {
-    }
+    explicit DeadlineLane(QString name) : m_name(std::move(name)) {}
 
     /// The result of the work, or its very exception. Work that changes something takes the claim when it is
     /// done, and undoes it where that fails. Work that waited too long for its turn is not begun.
     /// @throws ReminderStoreError TimedOut.
     template <typename Result>
-    [[nodiscard]] QCoro::Task<Result> run(Work<Result> work)
+    [[nodiscard]] QCoro::Task<Result> run(QDeadlineTimer deadline, Work<Result> work)
     {
         const std::shared_ptr<Thread> thread = runningThread();
         const auto claim = std::make_shared<Claim>();
@@ -51,7 +47,7 @@ public:
             if (claim->take())
                 giveUp->request_stop();
         });
-        clock.start(m_deadline);
+        clock.start(static_cast<int>(deadline.remainingTime()));
         auto posted = thread->lane.post(
             [work = std::move(work), state = thread->state, claim] {
                 if (claim->isTaken())
@@ -98,7 +94,6 @@ private:
     }
 
     QString m_name;
-    std::chrono::milliseconds m_deadline;
     std::shared_ptr<Thread> m_thread; // absent at rest
 };
 

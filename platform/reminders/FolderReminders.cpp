@@ -115,20 +115,22 @@ void writeTask(const NewReminder& reminder, Claim& claim)
 
 FolderReminders::FolderReminders(QString folder, std::chrono::milliseconds deadline)
     : m_folder(std::move(folder)),
-      m_lane(QStringLiteral("tessary-remind"), deadline)
+      m_deadline(deadline),
+      m_lane(QStringLiteral("tessary-remind"))
 {
 }
 
 QCoro::Task<ReminderAuthorization> FolderReminders::authorizationStatus()
 {
-    auto looking =
-        m_lane.run<ReminderAuthorization>([folder = m_folder](NoState&, Claim&) { return statusOf(folder); });
+    auto looking = m_lane.run<ReminderAuthorization>(
+        QDeadlineTimer(m_deadline), [folder = m_folder](NoState&, Claim&) { return statusOf(folder); });
     co_return co_await looking;
 }
 
 QCoro::Task<bool> FolderReminders::requestFullAccess()
 {
-    auto making = m_lane.run<bool>([folder = m_folder](NoState&, Claim&) { return prepareFolder(folder); });
+    auto making = m_lane.run<bool>(QDeadlineTimer(m_deadline),
+                                   [folder = m_folder](NoState&, Claim&) { return prepareFolder(folder); });
     co_return co_await making;
 }
 
@@ -140,7 +142,8 @@ QCoro::Task<std::optional<QString>> FolderReminders::defaultList()
 
 QCoro::Task<> FolderReminders::save(NewReminder reminder)
 {
-    auto writing = m_lane.run<void>([reminder](NoState&, Claim& claim) { writeTask(reminder, claim); });
+    auto writing = m_lane.run<void>(QDeadlineTimer(m_deadline),
+                                    [reminder](NoState&, Claim& claim) { writeTask(reminder, claim); });
     co_await writing;
 }
 

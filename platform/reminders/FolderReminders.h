@@ -26,6 +26,7 @@ private:
     struct NoState {};
 
     QString m_folder;
+    std::chrono::milliseconds m_deadline;
     DeadlineLane<NoState> m_lane;
 };
 
