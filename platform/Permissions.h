@@ -18,6 +18,8 @@ class Permissions {
 public:
     virtual ~Permissions() = default;
     [[nodiscard]] virtual QCoro::Task<PermissionState> probe() = 0;
+    /// Whether the screen can be read, without asking for it.
+    [[nodiscard]] virtual QCoro::Task<bool> hasScreenRecording() = 0;
     /// Asks for the permission; where sessions do not grant any, looks again. @returns whether it is there.
     [[nodiscard]] virtual QCoro::Task<bool> requestScreenRecording() = 0;
     /// The same. The session may ask the person, whose answer comes later.

@@ -20,6 +20,11 @@ public:
         co_await NextTurn();
         co_return state;
     }
+    [[nodiscard]] QCoro::Task<bool> hasScreenRecording() override
+    {
+        co_await NextTurn();
+        co_return m_state.screenRecording;
+    }
     [[nodiscard]] QCoro::Task<bool> requestScreenRecording() override
     {
         co_return co_await request(QStringLiteral("screen"), &PermissionState::screenRecording);

@@ -80,6 +80,11 @@ QCoro::Task<bool> X11Permissions::canWriteReminders()
 
 QCoro::Task<bool> X11Permissions::requestScreenRecording()
 {
+    return hasScreenRecording(); // nobody is asked here
+}
+
+QCoro::Task<bool> X11Permissions::hasScreenRecording()
+{
     const PermissionState state = co_await probeServer();
     co_return state.screenRecording;
 }

@@ -15,6 +15,7 @@ public:
     explicit X11Permissions(ReminderStore* reminders = nullptr);
 
     [[nodiscard]] QCoro::Task<PermissionState> probe() override;
+    [[nodiscard]] QCoro::Task<bool> hasScreenRecording() override;
     [[nodiscard]] QCoro::Task<bool> requestScreenRecording() override;
     [[nodiscard]] QCoro::Task<bool> requestAccessibility() override;
     [[nodiscard]] QCoro::Task<bool> requestReminders() override;
