@@ -6,20 +6,16 @@
 #include <QUuid>
 
 namespace tessary {
-namespace {
 
-constexpr std::chrono::seconds kRest{30};
-
-} // namespace
-
-DesktopTasks::DesktopTasks(QString module, std::chrono::milliseconds deadline, const QString& busAddress)
+DesktopTasks::DesktopTasks(QString module, std::chrono::milliseconds deadline, const QString& busAddress,
+                           std::chrono::milliseconds rest)
     : m_module(std::move(module)),
       m_deadline(deadline),
       m_service(busAddress),
-      m_lane(QStringLiteral("tessary-tasks"))
+      m_lane(QStringLiteral("tessary-desktop"))
 {
     m_rest.setSingleShot(true);
-    m_rest.setInterval(kRest);
+    m_rest.setInterval(rest);
     QObject::connect(&m_rest, &QTimer::timeout, [this] { m_lane.rest(); });
 }
 

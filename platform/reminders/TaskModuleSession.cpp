@@ -79,6 +79,8 @@ void TaskModuleSession::add(const QString& module, const QString& list, const QB
     TaskModuleFailure failure{};
     if (!open(module, failure))
         throw errorOf(failure);
+    if (claim.isTaken())
+        throw Abandoned();
     if (!m_module->add(m_session, list.toUtf8().constData(), component.constData(), &failure)) {
         close();
         throw errorOf(failure);

@@ -19,6 +19,8 @@ public:
         };
         Kind kind = Kind::Absent;
         QString list; ///< Identifier of what was found.
+
+        friend bool operator==(const Finding&, const Finding&) = default;
     };
 
     TaskModuleSession() = default;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <mutex>
 
 namespace tessary {
 namespace {
@@ -16,14 +17,22 @@ bool isOneOf(const GError* error, GQuark domain, std::initializer_list<int> code
     return error->domain == domain && std::find(codes.begin(), codes.end(), error->code) != codes.end();
 }
 
-/// By default the program is ended when the bus is.
+/// By default the program is ended when the bus is. Says otherwise, and keeps the connection, which everybody
+/// in the process shares, since the next one would be by default again.
 void outliveTheBus()
 {
+    static std::mutex mutex; // given-up threads may come back
+    static GDBusConnection* kept = nullptr;
+    const std::scoped_lock lock(mutex);
+    if (kept != nullptr && g_dbus_connection_is_closed(kept) != FALSE)
+        g_clear_object(&kept);
+    if (kept != nullptr)
+        return;
     GErrorSlot error;
-    const GObjectPointer<GDBusConnection> bus(g_bus_get_sync(G_BUS_TYPE_SESSION, nullptr, error.slot()));
-    if (!bus)
+    kept = g_bus_get_sync(G_BUS_TYPE_SESSION, nullptr, error.slot());
+    if (kept == nullptr)
         throw DataServerError::from(error.error());
-    g_dbus_connection_set_exit_on_close(bus.get(), FALSE);
+    g_dbus_connection_set_exit_on_close(kept, FALSE);
 }
 
 bool isLocal(ESource* source)
