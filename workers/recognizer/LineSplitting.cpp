@@ -77,6 +77,8 @@ std::vector<TextLine> splitTouchingLines(TextLine line, const GreyPlane& mask)
             lower.add(QRect(piece.left(), cutAt, piece.width(), below));
         }
     }
+    if (upper.pieces.empty() || lower.pieces.empty())
+        return {std::move(line)};
     std::vector<TextLine> result = splitTouchingLines(std::move(upper), mask);
     for (TextLine& part : splitTouchingLines(std::move(lower), mask))
         result.push_back(std::move(part));
