@@ -131,7 +131,7 @@ private:
             here == Kind::WideClosing)
             return gap >= kBlankBesideWideSign;
         if (before == Kind::Han && here == Kind::Han)
-            return gap >= kBlankBetweenHan;
+            return engine && gap >= kBlankBetweenHan;
         if (here == Kind::Opening || before == Kind::Closing)
             return gap >= kBlankBesideHan && gap < kWideSign;
         return gap >= kBlankBesideHan;

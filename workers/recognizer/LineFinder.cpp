@@ -19,12 +19,15 @@ bool touches(const QRect& box, const GreyPlane& mask)
     return false;
 }
 
-/// The end of a rule or a corner of a frame is not writing.
+/// The end of a rule or a round corner of a frame is not writing.
 bool isEndOfEdge(const Component& component, const EdgeMasks& edges)
 {
-    constexpr int kCorner = 12;
-    return std::max(component.box.width(), component.box.height()) <= kCorner &&
-           touches(component.box, edges.straight);
+    constexpr int kEnd = 12;
+    constexpr int kCorner = 40;
+    constexpr int kThickness = 4;
+    const int size = std::max(component.box.width(), component.box.height());
+    const bool thin = component.pixels <= size * kThickness;
+    return (size <= kEnd || (size <= kCorner && thin)) && touches(component.box, edges.straight);
 }
 
 } // namespace

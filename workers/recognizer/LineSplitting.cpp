@@ -3,24 +3,6 @@
 namespace tessary::recognizer {
 namespace {
 
-/// The height that pieces have which, weighed by their width, are in the middle.
-int usualHeight(const TextLine& line)
-{
-    std::vector<QRect> pieces = line.pieces;
-    std::sort(pieces.begin(), pieces.end(),
-              [](const QRect& a, const QRect& b) { return a.height() < b.height(); });
-    int total = 0;
-    for (const QRect& piece : pieces)
-        total += piece.width();
-    int sum = 0;
-    for (const QRect& piece : pieces) {
-        sum += piece.width();
-        if (2 * sum >= total)
-            return piece.height();
-    }
-    return line.box.height();
-}
-
 /// How much of the mask each row of the line holds.
 std::vector<int> rowSums(const TextLine& line, const GreyPlane& mask)
 {
