@@ -49,6 +49,25 @@ int openHandle(pid_t process)
     return static_cast<int>(::syscall(SYS_pidfd_open, process, 0));
 }
 
+/// Ends with a null pointer. The command's own variables take the place of inherited ones of that name.
+std::vector<char*> environmentOf(const WorkerCommand& command)
+{
+    std::vector<char*> variables;
+    for (const QByteArray& own : command.environment)
+        variables.push_back(const_cast<char*>(own.constData()));
+    for (char** inherited = environ; *inherited; ++inherited) {
+        const QByteArrayView variable(*inherited);
+        const bool replaced =
+            std::any_of(command.environment.begin(), command.environment.end(), [&](const QByteArray& own) {
+                return variable.startsWith(own.left(own.indexOf('=') + 1));
+            });
+        if (!replaced)
+            variables.push_back(*inherited);
+    }
+    variables.push_back(nullptr);
+    return variables;
+}
+
 /// What posix_spawn() wants to be told: the three standard descriptors and nothing else, default signals.
 class SpawnSettings {
 public:
@@ -121,9 +140,10 @@ void ChildProcess::start(const WorkerCommand& command, int childInput, int child
     for (const QByteArray& argument : command.arguments)
         arguments.push_back(const_cast<char*>(argument.constData()));
     arguments.push_back(nullptr);
+    const std::vector<char*> variables = environmentOf(command);
     const SpawnSettings settings(childInput, childOutput);
     const int error = ::posix_spawn(&m_id, program.constData(), settings.files(), settings.attributes(),
-                                    arguments.data(), environ);
+                                    arguments.data(), variables.data());
     if (error != 0)
         throwSystemError(error, "posix_spawn");
     m_handle = OwnedDescriptor(openHandle(m_id));

@@ -15,7 +15,8 @@ namespace tessary {
 /// How to start a worker program.
 struct WorkerCommand {
     QString program; ///< Absolute path.
-    QList<QByteArray> arguments;
+    QList<QByteArray> arguments = {};
+    QList<QByteArray> environment = {}; ///< `NAME=value`, in place of inherited ones of that name.
 };
 
 /// Closes a descriptor once.
