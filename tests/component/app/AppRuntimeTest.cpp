@@ -314,10 +314,10 @@ TEST_F(AppRuntimeTest, PermissionsAreReadAgainWhenOneOfOurWindowsBecomesActive)
 TEST_F(AppRuntimeTest, AFailedRequestForRemindersIsToldWithItsReason)
 {
     start();
-    permissions.failRequestsWith(PermissionError::Case::TaskServiceFailed);
+    permissions.failRequestsWith(ReminderStoreError::Case::TimedOut);
     runtime->requestReminderPermission();
     EXPECT_TRUE(eventually([&] { return runtime->lastError().has_value(); }));
-    EXPECT_EQ(runtime->lastError(), QStringLiteral("无法申请提醒事项权限：任务服务没有响应。"));
+    EXPECT_EQ(runtime->lastError(), QStringLiteral("无法申请提醒事项权限：提醒事项服务没有及时响应。"));
 }
 
 TEST_F(AppRuntimeTest, TheLoginItemFollowsTheSetting)
