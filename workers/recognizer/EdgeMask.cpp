@@ -55,11 +55,11 @@ GreyPlane longColumns(const PictureView& picture)
 
 } // namespace
 
-GreyPlane edgeMask(const PictureView& picture)
+EdgeMasks findEdges(const PictureView& picture)
 {
-    GreyPlane mask(picture.width, picture.height);
+    EdgeMasks masks{GreyPlane(picture.width, picture.height), GreyPlane(picture.width, picture.height)};
     if (picture.width < 2 || picture.height < 2)
-        return mask;
+        return masks;
     const GreyPlane columns = longColumns(picture);
     std::vector<uchar> rowsHere(size_t(picture.width));
     std::vector<uchar> rowsBelow(size_t(picture.width));
@@ -69,16 +69,16 @@ GreyPlane edgeMask(const PictureView& picture)
         const quint32* below = picture.row(y + 1);
         const uchar* longHere = columns.row(y);
         markLongRuns(below, picture.width, rowsBelow);
-        uchar* marks = mask.row(y);
         for (int x = 0; x + 1 < picture.width; ++x) {
-            const bool downwards = colourDistance(here[x], below[x]) >= kLeastContrast &&
-                                   !(rowsHere[size_t(x)] != 0 && rowsBelow[size_t(x)] != 0);
-            const bool sideways = colourDistance(here[x], here[x + 1]) >= kLeastContrast &&
-                                  !(longHere[x] != 0 && longHere[x + 1] != 0);
-            marks[x] = downwards || sideways ? 1 : 0;
+            const bool downwards = colourDistance(here[x], below[x]) >= kLeastContrast;
+            const bool sideways = colourDistance(here[x], here[x + 1]) >= kLeastContrast;
+            const bool flatDown = rowsHere[size_t(x)] != 0 && rowsBelow[size_t(x)] != 0;
+            const bool flatAside = longHere[x] != 0 && longHere[x + 1] != 0;
+            masks.writing.row(y)[x] = (downwards && !flatDown) || (sideways && !flatAside) ? 1 : 0;
+            masks.straight.row(y)[x] = (downwards && flatDown) || (sideways && flatAside) ? 1 : 0;
         }
     }
-    return mask;
+    return masks;
 }
 
 } // namespace tessary::recognizer

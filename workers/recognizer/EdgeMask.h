@@ -5,10 +5,14 @@
 
 namespace tessary::recognizer {
 
-/// Where the colour changes from one pixel to the next, whatever is lighter; a mask of the picture's size.
-///
-/// Long straight edges, as of windows, bands, fields and rules, are left out: there both sides keep their
-/// colour for longer than a stroke of writing would.
-[[nodiscard]] GreyPlane edgeMask(const PictureView& picture);
+/// What the edges of a picture tell; masks of its size.
+struct EdgeMasks {
+    GreyPlane writing;  ///< Where the colour changes from one pixel to the next, whatever is lighter.
+    GreyPlane straight; ///< Long straight edges, which are not in the other.
+};
+
+/// Finds edges. Long straight ones, as of windows, bands, fields and rules, stand apart: there both sides
+/// keep their colour for longer than a stroke of writing would.
+[[nodiscard]] EdgeMasks findEdges(const PictureView& picture);
 
 } // namespace tessary::recognizer

@@ -2,32 +2,151 @@
 
 #include <unicode/uchar.h>
 
+#include <optional>
+
 namespace tessary::recognizer {
 namespace {
 
-char32_t firstOf(const QString& text)
+// Parts of a line's height, which is what a Han character is wide.
+constexpr double kBlankBesideHan = 0.27; ///< From here on, what lies between Han and Latin is a blank.
+constexpr double kBlankBetweenHan = 0.5;
+constexpr double kWideSign = 0.5;     ///< From here on, the free half of a full-width sign.
+constexpr double kCentredSign = 0.25; ///< The same before a sign that stands in the middle of its field.
+constexpr double kBlankBesideWideSign = 1.1;
+
+enum class Kind { Latin, Han, Opening, Closing, WideOpening, WideClosing };
+
+char32_t characterOf(const ReadSymbol& symbol)
 {
-    const auto points = text.toUcs4();
+    const auto points = symbol.text.toUcs4();
     return points.isEmpty() ? 0 : points.first();
 }
 
-char32_t lastOf(const QString& text)
+bool isOneOf(char32_t character, QStringView set)
 {
-    const auto points = text.toUcs4();
-    return points.isEmpty() ? 0 : points.last();
+    return character != 0 && character < 0x10000 && set.contains(QChar(char16_t(character)));
 }
 
-bool isWideSign(char32_t character)
+Kind kindOf(char32_t character)
 {
-    return isWide(character) && u_ispunct(UChar32(character)) != 0;
+    if (isOneOf(character, u"「『（【《〈〔〖［｛"))
+        return Kind::WideOpening;
+    if (isOneOf(character, u"」』）】》〉〕〗］｝，。、；：！？"))
+        return Kind::WideClosing;
+    if (isOneOf(character, u"([{“‘"))
+        return Kind::Opening;
+    if (isOneOf(character, u")]},.;:!?”’"))
+        return Kind::Closing;
+    return isWide(character) ? Kind::Han : Kind::Latin;
 }
 
-bool keepsBlank(char32_t before, char32_t after)
+/// The full-width form of a sign that has one.
+std::optional<QChar> wideForm(char32_t sign)
 {
-    if (isWideSign(before) || isWideSign(after))
-        return false;
-    return !(isWide(before) && isWide(after));
+    constexpr QStringView kNarrow = u"(),:;!?";
+    constexpr QStringView kWide = u"（），：；！？";
+    for (qsizetype i = 0; i < kNarrow.size(); ++i)
+        if (kNarrow.at(i).unicode() == sign)
+            return kWide.at(i);
+    return std::nullopt;
 }
+
+/// A line on its way to text: what stands where, and which of the signs are really full-width.
+class Line {
+public:
+    explicit Line(LineReading reading) : m_symbols(std::move(reading))
+    {
+        pairQuotes();
+        for (qsizetype i = 0; i < m_symbols.size(); ++i)
+            widen(i);
+    }
+
+    [[nodiscard]] QString text() const
+    {
+        QString result;
+        for (qsizetype i = 0; i < m_symbols.size(); ++i) {
+            if (i > 0 && blankBefore(i))
+                result.append(QLatin1Char(' '));
+            result.append(m_symbols.at(i).text);
+        }
+        return result;
+    }
+
+private:
+    [[nodiscard]] Kind kind(qsizetype i) const { return m_kinds.at(i); }
+    [[nodiscard]] bool isHan(qsizetype i) const
+    {
+        return i >= 0 && i < m_symbols.size() &&
+               (kind(i) == Kind::Han || kind(i) == Kind::WideOpening || kind(i) == Kind::WideClosing);
+    }
+    [[nodiscard]] double gapBefore(qsizetype i) const
+    {
+        return i < m_symbols.size() ? m_symbols.at(i).gapBefore : 0;
+    }
+
+    /// A straight quotation mark opens and closes by turns.
+    void pairQuotes()
+    {
+        bool open = false;
+        for (const ReadSymbol& symbol : m_symbols) {
+            const char32_t character = characterOf(symbol);
+            Kind found = kindOf(character);
+            if (character == U'"' || character == U'“' || character == U'”') {
+                found = open ? Kind::Closing : Kind::Opening;
+                open = !open;
+            }
+            m_kinds.append(found);
+        }
+    }
+
+    /// Engines read many a full-width sign as a narrow one with a blank.
+    void widen(qsizetype i)
+    {
+        const std::optional<QChar> wide = wideForm(characterOf(m_symbols.at(i)));
+        if (!wide)
+            return;
+        const bool last = i + 1 == m_symbols.size();
+        const bool closesWide = kind(i) == Kind::Closing && isHan(i - 1) &&
+                                (gapBefore(i) >= kCentredSign || gapBefore(i + 1) >= kWideSign || last);
+        const bool closesLatin = kind(i) == Kind::Closing && isHan(i + 1) && gapBefore(i + 1) >= kWideSign;
+        const bool opensWide = kind(i) == Kind::Opening && isHan(i + 1) &&
+                               (gapBefore(i) >= kWideSign || gapBefore(i + 1) >= kCentredSign);
+        if (closesWide || closesLatin || opensWide) {
+            m_symbols[i].text = *wide;
+            m_kinds[i] = kind(i) == Kind::Opening ? Kind::WideOpening : Kind::WideClosing;
+        }
+    }
+
+    [[nodiscard]] bool blankBefore(qsizetype i) const
+    {
+        const Kind before = kind(i - 1);
+        const Kind here = kind(i);
+        const double gap = gapBefore(i);
+        const bool engine = m_symbols.at(i).blankBefore;
+        if (!aroundHan(i))
+            return engine;
+        if (here == Kind::Closing || before == Kind::Opening)
+            return false;
+        if (before == Kind::WideOpening || before == Kind::WideClosing || here == Kind::WideOpening ||
+            here == Kind::WideClosing)
+            return gap >= kBlankBesideWideSign;
+        if (before == Kind::Han && here == Kind::Han)
+            return engine && gap >= kBlankBetweenHan;
+        if (here == Kind::Opening || before == Kind::Closing)
+            return gap >= kBlankBesideHan && gap < kWideSign;
+        return gap >= kBlankBesideHan;
+    }
+    /// Whether Han stands beside this place, or behind the sign there.
+    [[nodiscard]] bool aroundHan(qsizetype i) const
+    {
+        const bool signBefore = kind(i - 1) == Kind::Closing || kind(i - 1) == Kind::Opening;
+        const bool signHere = kind(i) == Kind::Closing || kind(i) == Kind::Opening;
+        return isHan(i - 1) || isHan(i) || (signBefore && isHan(i - 2)) || (signHere && isHan(i + 1));
+    }
+
+    LineReading m_symbols;
+    QList<Kind> m_kinds;
+};
 
 } // namespace
 
@@ -39,13 +158,7 @@ bool isWide(char32_t character)
 
 QString textOf(const LineReading& reading)
 {
-    QString text;
-    for (const ReadSymbol& symbol : reading) {
-        if (symbol.blankBefore && !text.isEmpty() && keepsBlank(lastOf(text), firstOf(symbol.text)))
-            text.append(QLatin1Char(' '));
-        text.append(symbol.text);
-    }
-    return text;
+    return Line(reading).text();
 }
 
 } // namespace tessary::recognizer

@@ -1,6 +1,7 @@
 #include "workers/recognizer/LineGrouping.h"
 
 #include "workers/recognizer/DisjointSets.h"
+#include "workers/recognizer/IconSplitting.h"
 #include "workers/recognizer/LineSplitting.h"
 
 namespace tessary::recognizer {
@@ -33,20 +34,27 @@ bool areNeighbours(const QRect& one, const QRect& other)
 
 /// Whether a line belongs to another that is as high or higher: the rest of its row, or a dot, a dash or a
 /// comma of it.
-bool belongsTo(const QRect& line, const QRect& other)
+bool belongsTo(const TextLine& guest, const TextLine& host)
 {
     constexpr double kSmall = 0.6;
     constexpr double kBelowOrAbove = 0.3;
     constexpr double kGap = 1.2;
     constexpr double kRow = 0.7;
+    constexpr double kLong = 2.5;
+    const QRect& line = guest.box;
+    const QRect& other = host.box;
+    if (other.contains(line))
+        return true;
     const double height = other.height();
     if (gapBetween(line, other) > height * kGap)
         return false;
     if (line.height() > height * kSmall)
         return commonHeight(line, other) >= line.height() * kRow && line.height() * 2 > other.height();
+    // A whole line beside something large is not a part of that.
+    if (line.width() > height * kGap && other.width() < std::max<double>(line.width(), height * kLong))
+        return false;
     const double centre = line.top() + line.height() / 2.0;
-    return centre >= other.top() - height * kBelowOrAbove &&
-           centre <= other.bottom() + height * kBelowOrAbove;
+    return centre >= other.top() - height * kBelowOrAbove && centre <= other.bottom() + height * kBelowOrAbove;
 }
 
 /// Joins what `areJoined` says. The boxes come by their left sides, and none reaches further than `reach`.
@@ -92,7 +100,7 @@ size_t hostOf(const std::vector<TextLine>& lines, size_t guest)
     const QRect& box = lines[guest].box;
     for (size_t i = 0; i < lines.size(); ++i) {
         const QRect& other = lines[i].box;
-        if (i == guest || other.height() < box.height() || other.isEmpty() || !belongsTo(box, other))
+        if (i == guest || other.height() < box.height() || other.isEmpty() || !belongsTo(lines[guest], lines[i]))
             continue;
         if (other.height() == box.height() && i > guest)
             continue;
@@ -137,7 +145,12 @@ std::vector<TextLine> groupIntoLines(const std::vector<Component>& components, c
     for (TextLine& line : joinPieces(std::move(pieces)))
         for (TextLine& part : splitTouchingLines(std::move(line), mask))
             lines.push_back(std::move(part));
-    return joinLines(std::move(lines));
+    std::vector<TextLine> result;
+    for (TextLine& line : joinLines(std::move(lines)))
+        for (TextLine& part : splitOffIcons(std::move(line)))
+            result.push_back(std::move(part));
+    markIcons(result);
+    return result;
 }
 
 } // namespace tessary::recognizer

@@ -12,12 +12,13 @@ struct ReadSymbol {
     int right = 0;            ///< The column behind its last.
     double confidence = 0;    ///< 0 to 100.
     bool blankBefore = false; ///< The engine sees a blank before it.
+    double gapBefore = 0; ///< Free columns between it and the symbol before, as part of the line's height.
 };
 
 /// One line as the engine reads it.
 using LineReading = QList<ReadSymbol>;
 
-/// Of all the symbols in the middle, 0 to 100; 0 for none.
+/// The mean of the symbols' confidences, 0 to 100; 0 for none.
 [[nodiscard]] inline double meanConfidence(const LineReading& reading)
 {
     double sum = 0;

@@ -3,24 +3,6 @@
 namespace tessary::recognizer {
 namespace {
 
-/// The height that pieces have which, weighed by their width, are in the middle.
-int usualHeight(const TextLine& line)
-{
-    std::vector<QRect> pieces = line.pieces;
-    std::sort(pieces.begin(), pieces.end(),
-              [](const QRect& a, const QRect& b) { return a.height() < b.height(); });
-    int total = 0;
-    for (const QRect& piece : pieces)
-        total += piece.width();
-    int sum = 0;
-    for (const QRect& piece : pieces) {
-        sum += piece.width();
-        if (2 * sum >= total)
-            return piece.height();
-    }
-    return line.box.height();
-}
-
 /// How much of the mask each row of the line holds.
 std::vector<int> rowSums(const TextLine& line, const GreyPlane& mask)
 {
@@ -77,6 +59,8 @@ std::vector<TextLine> splitTouchingLines(TextLine line, const GreyPlane& mask)
             lower.add(QRect(piece.left(), cutAt, piece.width(), below));
         }
     }
+    if (upper.pieces.empty() || lower.pieces.empty())
+        return {std::move(line)};
     std::vector<TextLine> result = splitTouchingLines(std::move(upper), mask);
     for (TextLine& part : splitTouchingLines(std::move(lower), mask))
         result.push_back(std::move(part));

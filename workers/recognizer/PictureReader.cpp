@@ -2,30 +2,120 @@
 
 #include "workers/recognizer/HanSpacing.h"
 #include "workers/recognizer/LineFinder.h"
-#include "workers/recognizer/LineNormalizer.h"
+#include "workers/recognizer/Plausibility.h"
 #include "workers/recognizer/ReadingOrder.h"
 #include "workers/recognizer/RecognizerFailure.h"
+#include "workers/recognizer/ScriptChoice.h"
 
 namespace tessary::recognizer {
+namespace {
 
-QList<ReadLine> PictureReader::read(const PictureView& picture, QList<Script> scripts, Effort)
+constexpr double kSureOfLatin = 97;
+/// What the model of another script may be less sure of Latin than the Latin one and still be worse.
+constexpr double kLatinLead = 3;
+
+bool isLatin(const LineReading& reading)
 {
+    ScriptEvidence evidence;
+    evidence.add(reading);
+    return evidence.isLatin();
+}
+
+/// The first script with a model of its own for Han or kana, and Latin, in their order.
+QList<Script> firstAndLatin(QList<Script> scripts)
+{
+    bool found = false;
+    scripts.removeIf([&](Script script) {
+        const bool wide = script != Script::Latin;
+        return wide && std::exchange(found, true);
+    });
+    return scripts;
+}
+
+/// Reads the lines of one picture, each by the script that fits it.
+class LineByLine {
+public:
+    LineByLine(LineReadings& readings, QList<Script> scripts)
+        : m_readings(readings),
+          m_scripts(std::move(scripts)),
+          m_choice(readings, m_scripts)
+    {
+    }
+
+    [[nodiscard]] QList<LineReading> read()
+    {
+        const bool onlyLatin = m_scripts == QList<Script>{Script::Latin};
+        m_latinFirst = m_choice.looksLatin();
+        if (!onlyLatin)
+            m_wide = chooseWide();
+        QList<LineReading> result;
+        for (size_t i = 0; i < m_readings.count(); ++i)
+            result.append(onlyLatin ? m_readings.read(i, Script::Latin) : readLine(i));
+        return result;
+    }
+
+private:
+    /// The lines that are not Latin for sure.
+    [[nodiscard]] std::vector<size_t> wideLines()
+    {
+        std::vector<size_t> lines = m_readings.longestFirst();
+        if (m_latinFirst)
+            std::erase_if(lines, [this](size_t line) {
+                return meanConfidence(m_readings.read(line, Script::Latin)) >= kSureOfLatin;
+            });
+        return lines;
+    }
+    [[nodiscard]] Script chooseWide() { return m_choice.wideScript(wideLines()); }
+    [[nodiscard]] LineReading readLine(size_t line)
+    {
+        const bool hasLatin = m_scripts.contains(Script::Latin);
+        if (m_latinFirst && meanConfidence(m_readings.read(line, Script::Latin)) >= kSureOfLatin)
+            return m_readings.read(line, Script::Latin);
+        const LineReading& wide = m_readings.read(line, m_wide);
+        if (!hasLatin || !isLatin(wide))
+            return wide;
+        const LineReading& latin = m_readings.read(line, Script::Latin);
+        return meanConfidence(latin) + kLatinLead >= meanConfidence(wide) ? latin : wide;
+    }
+
+    LineReadings& m_readings;
+    QList<Script> m_scripts;
+    ScriptChoice m_choice;
+    bool m_latinFirst = false;
+    Script m_wide = Script::Simplified;
+};
+
+} // namespace
+
+QList<Script> PictureReader::installed(const QList<Script>& scripts)
+{
+    QList<Script> present;
     QStringList missing;
-    for (const Script script : scripts)
-        if (!m_engines.has(modelOf(script)))
+    for (const Script script : scripts) {
+        if (m_engines.has(modelOf(script)))
+            present.append(script);
+        else
             missing.append(packageOf(script));
-    if (missing.contains(packageOf(scripts.first())))
+    }
+    if (present.isEmpty() || present.first() != scripts.first())
         throw RecognizerFailure(RecognizerFailure::Case::ModelsMissing, missing.join(QLatin1Char(' ')));
+    return present;
+}
+
+QList<ReadLine> PictureReader::read(const PictureView& picture, const QList<Script>& scripts, Effort effort)
+{
+    const QList<Script> present = installed(effort == Effort::Fast ? firstAndLatin(scripts) : scripts);
     std::vector<TextLine> lines = findLines(picture);
     sortForReading(lines);
+    LineReadings readings(picture, std::move(lines), m_engines);
     QList<ReadLine> result;
-    for (const TextLine& line : lines) {
-        const GreyPlane plane = normalized(picture, line);
-        for (const LineReading& reading : m_engines.read(modelOf(scripts.first()), plane)) {
-            const QString text = textOf(reading);
-            if (!text.trimmed().isEmpty())
-                result.append({line.box, text, meanConfidence(reading) / 100});
-        }
+    const auto debug=[&](size_t i,auto&r,auto&t){if (const char*d=getenv("RECDEBUG");d) fprintf(stderr,"%d%d %.1f %lld %s\n",int(readings.line(i).maybeIcon),int(isPlausible(r,readings.line(i).maybeIcon)),meanConfidence(r),(long long)r.size(),qPrintable(t));};
+    const QList<LineReading> all = LineByLine(readings, present).read();
+    for (qsizetype i = 0; i < all.size(); ++i) {
+        const QString text = textOf(all.at(i));
+        debug(size_t(i),all.at(i),text);
+        if (!text.trimmed().isEmpty() && isPlausible(all.at(i), readings.line(size_t(i)).maybeIcon))
+            result.append({readings.line(size_t(i)).box, text, meanConfidence(all.at(i)) / 100});
     }
     return result;
 }

@@ -23,11 +23,15 @@ public:
     explicit PictureReader(EngineSet& engines) : m_engines(engines) {}
 
     /// @param scripts in the order of their likelihood, at least one. @returns the lines in reading order.
-    /// @throws RecognizerFailure (ModelsMissing) when the first one's model is not installed; the others are
-    /// done without.
-    [[nodiscard]] QList<ReadLine> read(const PictureView& picture, QList<Script> scripts, Effort effort);
+    /// @throws RecognizerFailure (ModelsMissing) when the first one's model is not installed, since its text
+    /// would come out as nonsense; the others are done without.
+    [[nodiscard]] QList<ReadLine> read(const PictureView& picture, const QList<Script>& scripts,
+                                       Effort effort);
 
 private:
+    /// @returns the scripts that have models.
+    [[nodiscard]] QList<Script> installed(const QList<Script>& scripts);
+
     EngineSet& m_engines;
 };
 

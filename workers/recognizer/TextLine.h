@@ -10,6 +10,7 @@ namespace tessary::recognizer {
 struct TextLine {
     QRect box;                      ///< Around its ink.
     std::vector<QRect> pieces = {}; ///< Around each connected piece of it, in no order.
+    bool maybeIcon = false;         ///< So short that it may be a picture instead.
 
     void add(const QRect& piece)
     {
@@ -22,6 +23,9 @@ struct TextLine {
         pieces.insert(pieces.end(), other.pieces.begin(), other.pieces.end());
     }
 };
+
+/// The height that the line's pieces have which, weighed by their width, are in the middle.
+[[nodiscard]] int usualHeight(const TextLine& line);
 
 /// How many rows both cover.
 [[nodiscard]] inline int commonHeight(const QRect& one, const QRect& other)
