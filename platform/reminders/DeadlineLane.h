@@ -43,6 +43,7 @@ public:
         const auto giveUp = std::make_shared<std::stop_source>();
         QTimer clock;
         clock.setSingleShot(true);
+        clock.setTimerType(Qt::PreciseTimer); // others come up to 5 % too early
         QObject::connect(&clock, &QTimer::timeout, [claim, giveUp] {
             if (claim->take())
                 giveUp->request_stop();
