@@ -43,6 +43,7 @@ public:
         const auto giveUp = std::make_shared<std::stop_source>();
         QTimer clock;
         clock.setSingleShot(true);
+        clock.setTimerType(Qt::PreciseTimer); // others come up to 5 % too early
         QObject::connect(&clock, &QTimer::timeout, [claim, giveUp] {
             if (claim->take())
                 giveUp->request_stop();
@@ -64,11 +65,13 @@ public:
         }
     }
 
-    /// Ends the thread, and the state with it, unless something is under way there.
-    void rest()
+    /// Ends the thread, and the state with it. @returns false where something is under way there.
+    bool rest()
     {
-        if (m_thread.use_count() == 1)
-            m_thread.reset();
+        if (m_thread.use_count() > 1)
+            return false;
+        m_thread.reset();
+        return true;
     }
     [[nodiscard]] bool isResting() const { return m_thread == nullptr; }
 

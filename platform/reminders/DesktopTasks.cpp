@@ -16,7 +16,10 @@ DesktopTasks::DesktopTasks(QString module, std::chrono::milliseconds deadline, c
 {
     m_rest.setSingleShot(true);
     m_rest.setInterval(rest);
-    QObject::connect(&m_rest, &QTimer::timeout, [this] { m_lane.rest(); });
+    QObject::connect(&m_rest, &QTimer::timeout, [this] {
+        if (!m_lane.rest())
+            m_rest.start();
+    });
 }
 
 QCoro::Task<bool> DesktopTasks::isReachable()

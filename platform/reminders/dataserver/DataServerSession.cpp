@@ -9,6 +9,14 @@ namespace {
 
 /// A list on another machine says only once it is connected that it can be written.
 constexpr std::chrono::seconds kPatienceForRemoteLists{3};
+/// The library hands out one registry to all, and even while it takes it apart; a given-up thread may just do
+/// so.
+std::mutex& registryMutex()
+{
+    static std::mutex mutex;
+    return mutex;
+}
+
 constexpr guint32 kNoWait =
     static_cast<guint32>(-1); // waiting would take its whole time, without an event loop
 
@@ -73,6 +81,7 @@ DataServerSession::DataServerSession() : m_context(g_main_context_new())
     g_main_context_push_thread_default(m_context);
     try {
         outliveTheBus();
+        const std::scoped_lock lock(registryMutex());
         GErrorSlot error;
         m_registry.reset(e_source_registry_new_sync(nullptr, error.slot()));
         if (!m_registry)
@@ -87,7 +96,10 @@ DataServerSession::DataServerSession() : m_context(g_main_context_new())
 DataServerSession::~DataServerSession()
 {
     m_client.reset();
-    m_registry.reset();
+    {
+        const std::scoped_lock lock(registryMutex());
+        m_registry.reset();
+    }
     while (g_main_context_iteration(m_context, FALSE) != FALSE) {
     }
     g_main_context_pop_thread_default(m_context);

@@ -248,14 +248,14 @@ TEST_F(DesktopRemindersTest, AServiceThatHangsIsGivenUpWithoutHoldingUpAnybodyAn
     EXPECT_EQ(failureOf(hasty->requestFullAccess()), ReminderStoreError::Case::TimedOut);
     EXPECT_EQ(failureOf(hasty->save(reminder(list, QStringLiteral("given up")))),
               ReminderStoreError::Case::TimedOut);
-    EXPECT_GE(took.elapsed(), 2 * kShort.count());
+    EXPECT_GE(took.elapsed(), kShort.count());
     EXPECT_LT(longestPause, kShort.count()) << "the main thread went on";
     EXPECT_EQ(await(hasty->authorizationStatus()), ReminderAuthorization::FullAccess)
         << "the first use was an earlier one";
 
     desktop.signal(SIGCONT);
-    create(*hasty, QStringLiteral("kept"));
-    EXPECT_EQ(filesInFolder(), QStringList());
+    EXPECT_TRUE(eventually([&] { return !failureOf(hasty->defaultList()); })) << "each call asks anew";
+    EXPECT_EQ(await(hasty->defaultList()), list);
 }
 
 TEST_F(DesktopRemindersTest, WhatWasGivenUpIsTakenBackWhenTheServiceDidItAfterAll)
