@@ -24,7 +24,7 @@ bool mayBeWriting(const Component& component)
 /// Whether two pieces stand side by side at about one size.
 bool areNeighbours(const QRect& one, const QRect& other)
 {
-    constexpr double kMostRatio = 2.6;
+    constexpr double kMostRatio = 1.7;
     constexpr double kGap = 1.1; // of the taller one's height
     const int small = std::min(one.height(), other.height());
     const int large = std::max(one.height(), other.height());
@@ -114,20 +114,32 @@ size_t hostOf(const std::vector<TextLine>& lines, size_t guest)
     return best;
 }
 
-/// Gives dots, commas and the rest of a row to their lines, the smallest first.
-std::vector<TextLine> joinLines(std::vector<TextLine> lines)
+/// Gives dots, commas and the rest of a row to their lines, the smallest first. @returns whether any had one.
+bool joinOnce(std::vector<TextLine>& lines)
 {
     std::vector<size_t> order(lines.size());
     for (size_t i = 0; i < order.size(); ++i)
         order[i] = i;
     std::sort(order.begin(), order.end(),
               [&](size_t a, size_t b) { return lines[a].box.height() < lines[b].box.height(); });
+    bool joined = false;
     for (const size_t guest : order) {
         const size_t host = hostOf(lines, guest);
         if (host == lines.size())
             continue;
         lines[host].add(lines[guest]);
         lines[guest] = {};
+        joined = true;
+    }
+    std::erase_if(lines, [](const TextLine& line) { return line.pieces.empty(); });
+    return joined;
+}
+
+std::vector<TextLine> joinLines(std::vector<TextLine> lines)
+{
+    // Lines grow, and then reach others that had been too far away.
+    constexpr int kMostRounds = 4;
+    for (int round = 0; round < kMostRounds && joinOnce(lines); ++round) {
     }
     std::erase_if(lines, [](const TextLine& line) { return line.box.height() < kLeastLineHeight; });
     return lines;

@@ -5,6 +5,7 @@
 #include "workers/recognizer/Plausibility.h"
 #include "workers/recognizer/ReadingOrder.h"
 #include "workers/recognizer/RecognizerFailure.h"
+#include "workers/recognizer/RowJoining.h"
 #include "workers/recognizer/ScriptChoice.h"
 
 namespace tessary::recognizer {
@@ -117,7 +118,7 @@ QList<ReadLine> PictureReader::read(const PictureView& picture, const QList<Scri
         if (!text.trimmed().isEmpty() && isPlausible(all.at(i), readings.line(size_t(i)).maybeIcon))
             result.append({readings.line(size_t(i)).box, text, meanConfidence(all.at(i)) / 100});
     }
-    return result;
+    return joinRows(result);
 }
 
 } // namespace tessary::recognizer
