@@ -50,11 +50,13 @@ bool belongsTo(const TextLine& guest, const TextLine& host)
         return false;
     if (line.height() > height * kSmall)
         return commonHeight(line, other) >= line.height() * kRow && line.height() * 2 > other.height();
-    // A whole line beside something large is not a part of that.
-    if (line.width() > height * kGap && other.width() < std::max<double>(line.width(), height * kLong))
+    // Text beside something large is not a part of that.
+    const bool isLong = other.width() >= std::max<double>(line.width(), height * kLong);
+    if (!isLong && (line.width() > height * kGap || gapBetween(line, other) > height / 2))
         return false;
     const double centre = line.top() + line.height() / 2.0;
-    return centre >= other.top() - height * kBelowOrAbove && centre <= other.bottom() + height * kBelowOrAbove;
+    return centre >= other.top() - height * kBelowOrAbove &&
+           centre <= other.bottom() + height * kBelowOrAbove;
 }
 
 /// Joins what `areJoined` says. The boxes come by their left sides, and none reaches further than `reach`.
@@ -100,7 +102,8 @@ size_t hostOf(const std::vector<TextLine>& lines, size_t guest)
     const QRect& box = lines[guest].box;
     for (size_t i = 0; i < lines.size(); ++i) {
         const QRect& other = lines[i].box;
-        if (i == guest || other.height() < box.height() || other.isEmpty() || !belongsTo(lines[guest], lines[i]))
+        if (i == guest || other.height() < box.height() || other.isEmpty() ||
+            !belongsTo(lines[guest], lines[i]))
             continue;
         if (other.height() == box.height() && i > guest)
             continue;
@@ -157,6 +160,7 @@ std::vector<TextLine> groupIntoLines(const std::vector<Component>& components, c
     for (TextLine& line : joinPieces(std::move(pieces)))
         for (TextLine& part : splitTouchingLines(std::move(line), mask))
             lines.push_back(std::move(part));
+    cutBridges(lines);
     std::vector<TextLine> result;
     for (TextLine& line : joinLines(std::move(lines)))
         for (TextLine& part : splitOffIcons(std::move(line)))

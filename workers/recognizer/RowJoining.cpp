@@ -11,8 +11,8 @@ bool areOneRow(const QRect& one, const QRect& other)
     constexpr double kAlike = 1.6;
     const int small = std::min(one.height(), other.height());
     const int large = std::max(one.height(), other.height());
-    return other.left() > one.left() && 3 * commonHeight(one, other) >= 2 * small && large <= small * kAlike &&
-           gapBetween(one, other) <= large * kWideBlank;
+    return other.left() > one.left() && 3 * commonHeight(one, other) >= 2 * small &&
+           large <= small * kAlike && gapBetween(one, other) <= large * kWideBlank;
 }
 
 } // namespace

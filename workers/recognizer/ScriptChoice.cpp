@@ -59,7 +59,7 @@ Script ScriptChoice::wideScript(const std::vector<size_t>& lines)
 
 Script ScriptChoice::chineseScript(const std::vector<size_t>& lines, Script otherwise)
 {
-    constexpr double kLead = 0.1;       // without a vote
+    constexpr double kLead = 0.1; // without a vote
     constexpr double kNoVoteAbove = 0.75;
     constexpr double kNoVoteBelow = -0.6;
     constexpr double kVoteWeight = 5;
