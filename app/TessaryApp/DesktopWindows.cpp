@@ -3,8 +3,10 @@
 #include "app/AppRuntime.h"
 #include "platform/DesktopAppearance.h"
 #include "platform/WindowEffects.h"
+#include "recognition/LocalOCRResultWindowController.h"
 #include "store/FileImageCache.h"
 #include "ui/OrdinaryWindows.h"
+#include "ui/kit/FramedWindow.h"
 #include "ui/preview/PreviewWindow.h"
 #include "ui/quicksearch/KeyableSearchPanel.h"
 #include "ui/quicksearch/QuickSearchPanelController.h"
@@ -39,6 +41,7 @@ void DesktopWindows::followAppearance()
 void DesktopWindows::attach(AppRuntime& runtime)
 {
     m_runtime = &runtime;
+    m_localOCRController = std::make_unique<LocalOCRResultWindowController>(m_theme, m_effects);
     m_ordinaryWindows = std::make_unique<OrdinaryWindows>(runtime.settings(), m_effects);
     m_quickSearch = std::make_unique<QuickSearchPanelController>(runtime, m_theme, m_effects);
     connect(m_quickSearch.get(), &QuickSearchPanelController::keyboardSettled, &runtime,
@@ -48,6 +51,7 @@ void DesktopWindows::attach(AppRuntime& runtime)
 void DesktopWindows::detach()
 {
     m_regionSelection.cancel();
+    m_localOCRController.reset();
     m_quickSearch.reset();
     for (const QPointer<PreviewWindow>& preview : std::exchange(m_previews, {}))
         delete preview.data();
@@ -94,9 +98,10 @@ void DesktopWindows::showPreview(const ScreenshotRecord& record)
     m_effects.activate(preview->winId());
 }
 
-void DesktopWindows::showRecognitionResult(const RecognitionResult&)
+void DesktopWindows::showRecognitionResult(const RecognitionResult& result)
 {
-    qCInfo(lcWindows, "a result was to be shown; this version has no window for it yet");
+    if (m_localOCRController)
+        m_localOCRController->show(result);
 }
 
 // --- while the screen is looked at ------------------------------------------
@@ -111,6 +116,8 @@ bool DesktopWindows::withdraw()
         m_withdrawn.withdraw(m_quickSearch->panel());
     else
         hideQuickSearch();
+    if (FramedWindow* const result = m_localOCRController->window())
+        had = m_withdrawn.withdraw(*result) || had;
     for (const QPointer<PreviewWindow>& preview : m_previews)
         had = (preview && m_withdrawn.withdraw(*preview)) || had;
     return had;

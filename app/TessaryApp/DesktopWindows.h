@@ -15,6 +15,7 @@ namespace tessary {
 class AppRuntime;
 class Clock;
 class DesktopAppearance;
+class LocalOCRResultWindowController;
 class OrdinaryWindows;
 class PreviewWindow;
 class QuickSearchPanelController;
@@ -54,6 +55,7 @@ private:
     WithdrawnWindows m_withdrawn;
     std::unique_ptr<QuickSearchPanelController> m_quickSearch;
     std::unique_ptr<OrdinaryWindows> m_ordinaryWindows; // while attached
+    std::unique_ptr<LocalOCRResultWindowController> m_localOCRController;
     QList<QPointer<PreviewWindow>> m_previews; // each deletes itself when it is closed
 };
 

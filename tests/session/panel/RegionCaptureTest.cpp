@@ -6,7 +6,7 @@ namespace {
 
 class RegionCaptureTest : public RegionSession {};
 
-TEST_F(RegionCaptureTest, TheTextUnderTheDragComesToTheClipboard)
+TEST_F(RegionCaptureTest, TheTextUnderTheDragComesToTheClipboardAndIntoTheWindow)
 {
     const QRect page = openPage("Meeting on Tuesday");
     startWithPanel();
@@ -17,6 +17,7 @@ TEST_F(RegionCaptureTest, TheTextUnderTheDragComesToTheClipboard)
     ASSERT_TRUE(overlayGoes());
     EXPECT_TRUE(eventually([] { return clipboard() == QStringLiteral("Meeting on Tuesday"); }))
         << qPrintable(clipboard());
+    EXPECT_TRUE(eventually([&] { return screen.visible(kResult).has_value(); }));
     EXPECT_TRUE(holdsText(QStringLiteral("Meeting on Tuesday")));
 }
 

@@ -72,7 +72,8 @@ QByteArray ScreenWindows::property(xcb_window_t window, xcb_atom_t name) const
 
 QByteArray ScreenWindows::title(xcb_window_t window) const
 {
-    return property(window, XCB_ATOM_WM_NAME);
+    const QByteArray inUtf8 = property(window, atom(m_x, "_NET_WM_NAME"));
+    return inUtf8.isEmpty() ? property(window, XCB_ATOM_WM_NAME) : inUtf8;
 }
 
 std::optional<QRect> ScreenWindows::geometry(xcb_window_t window) const
