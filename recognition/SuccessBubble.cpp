@@ -106,7 +106,7 @@ void SuccessBubble::paintEvent(QPaintEvent*)
                                 radius + ring);
     }
     const ThemeColours& colours = m_theme.colours();
-    painter.setPen(colours.edge);
+    painter.setPen(colours.hairline);
     painter.setBrush(colours.successFill);
     painter.drawRoundedRect(QRectF(body).adjusted(0.5, 0.5, -0.5, -0.5), radius, radius);
     painter.drawPixmap(body.left() + kPadding, body.top() + (kHeight - kSymbolSize) / 2,
