@@ -20,7 +20,7 @@ constexpr int kPadding = 16;
 constexpr int kSymbolSize = 20;
 constexpr int kGap = 8;
 constexpr int kShadows = 6;
-constexpr int kShadowAlpha = 3; // of 255, of each ring
+constexpr int kShadowAlpha = 2; // of 255, of each ring
 constexpr double kTravel = kTop + kHeight;
 
 } // namespace
