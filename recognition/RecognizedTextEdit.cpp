@@ -13,6 +13,7 @@ namespace {
 constexpr int kSidePadding = 16;
 constexpr int kTopPadding = 12;
 constexpr int kLineHeight = 22;
+constexpr int kLeading = 3; // of a line above its letters
 
 } // namespace
 
@@ -27,7 +28,7 @@ RecognizedTextEdit::RecognizedTextEdit(const Theme& theme, const QString& text, 
     setTabChangesFocus(true);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
-    setViewportMargins(kSidePadding, kTopPadding, kSidePadding, kTopPadding);
+    setViewportMargins(kSidePadding, kTopPadding - kLeading, kSidePadding, kTopPadding - kLeading);
     document()->setDocumentMargin(0);
     new OverlayScrollBar(theme, *this);
     connect(&theme, &Theme::changed, this, &RecognizedTextEdit::applyTheme);

@@ -20,7 +20,7 @@ constexpr int kPadding = 16;
 constexpr int kSymbolSize = 20;
 constexpr int kGap = 8;
 constexpr int kShadows = 6;
-constexpr int kShadowAlpha = 3; // of 255, of each ring
+constexpr int kShadowAlpha = 2; // of 255, of each ring
 constexpr double kTravel = kTop + kHeight;
 
 } // namespace
@@ -106,7 +106,7 @@ void SuccessBubble::paintEvent(QPaintEvent*)
                                 radius + ring);
     }
     const ThemeColours& colours = m_theme.colours();
-    painter.setPen(colours.edge);
+    painter.setPen(colours.hairline);
     painter.setBrush(colours.successFill);
     painter.drawRoundedRect(QRectF(body).adjusted(0.5, 0.5, -0.5, -0.5), radius, radius);
     painter.drawPixmap(body.left() + kPadding, body.top() + (kHeight - kSymbolSize) / 2,

@@ -78,12 +78,23 @@ std::optional<int> takeYear(TextScanner& scanner)
     return year;
 }
 
+/// Whether a number of its own stands before, as the size does in a line of a list of files.
+bool followsSize(const TextScanner& scanner)
+{
+    constexpr int kLongest = 15;
+    qsizetype back = -1;
+    if (scanner.peek(back) != u' ')
+        return false;
+    while (back > -kLongest && TextScanner::digit(scanner.peek(back - 1)))
+        --back;
+    return back < -1 && scanner.peek(back - 1).isSpace();
+}
+
 /// "March 5, 2026".
 std::optional<DayMatch> monthFirst(TextScanner scanner)
 {
     bool isShort = false;
-    const QChar before = scanner.peek(-1);
-    const bool afterSize = before == u' ' && TextScanner::digit(scanner.peek(-2)).has_value();
+    const bool isListed = followsSize(scanner);
     const std::optional<int> month = takeName(scanner, kMonths, isShort);
     if (!month || !scanner.skipBlanks())
         return std::nullopt;
@@ -92,7 +103,7 @@ std::optional<DayMatch> monthFirst(TextScanner scanner)
         return std::nullopt;
     const std::optional<int> year = takeYear(scanner);
     // "4096 Mar  5 12:30" is a line of a list of files.
-    if (afterSize && isShort && !year)
+    if (isListed && isShort)
         return std::nullopt;
     return DayMatch{{DayExpression::OfCalendar{year, *month, *day}}, std::nullopt, false, scanner.position()};
 }

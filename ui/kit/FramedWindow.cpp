@@ -12,7 +12,7 @@ namespace tessary {
 namespace {
 
 constexpr int kEdge = 6;    // how far inside an edge the pointer takes hold of it
-constexpr int kCorner = 16; // of which so much at its ends takes both edges
+constexpr int kCorner = 16; // so near to two of them it takes both; a round corner leaves little else
 
 /// The line around a window that has no shadow; above everything and touched by nothing.
 class WindowEdge : public QWidget {
@@ -101,7 +101,10 @@ Qt::Edges FramedWindow::edgesAt(const QPoint& position) const
         edges.setFlag(Qt::BottomEdge, body.bottom() - position.y() < reach);
         return edges;
     };
-    return within(kEdge) ? within(kCorner) : Qt::Edges();
+    const Qt::Edges near = within(kCorner);
+    const bool isCorner =
+        near.testAnyFlags(Qt::LeftEdge | Qt::RightEdge) && near.testAnyFlags(Qt::TopEdge | Qt::BottomEdge);
+    return isCorner ? near : within(kEdge);
 }
 
 void FramedWindow::showEdgeCursor(const QPoint& position)

@@ -47,7 +47,7 @@ TEST_F(ResultWindowSizeTest, TheEdgesShowThatTheyResize)
     };
     EXPECT_EQ(cursorAt({2, 200}), Qt::SizeHorCursor);
     EXPECT_EQ(cursorAt({340, 398}), Qt::SizeVerCursor);
-    EXPECT_EQ(cursorAt({678, 397}), Qt::SizeFDiagCursor);
+    EXPECT_EQ(cursorAt({671, 391}), Qt::SizeFDiagCursor);
     EXPECT_EQ(cursorAt({678, 5}), Qt::SizeBDiagCursor);
     EXPECT_EQ(cursorAt({300, 20}), Qt::ArrowCursor);
 }
