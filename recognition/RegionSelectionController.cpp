@@ -7,10 +7,13 @@
 
 #include <QCursor>
 #include <QGuiApplication>
+#include <QLoggingCategory>
 #include <QMouseEvent>
 #include <QScreen>
 
 #include <algorithm>
+
+Q_LOGGING_CATEGORY(lcSelection, "tessary.selection")
 
 namespace tessary {
 namespace {
@@ -103,6 +106,7 @@ void RegionSelectionController::coverScreen(QScreen& screen, const QImage& pictu
     view.onSelection = [this, described](const QRectF& rect) { select(described, rect); };
     view.onCancel = [this] { cancel(); };
     view.installEventFilter(this);
+    window->installEventFilter(this); // which hears of the pointer while that is on another screen
     m_windows.push_back(window);
 }
 
@@ -124,8 +128,10 @@ RegionSelectionWindow* RegionSelectionController::windowAt(const QPointF& global
 QCoro::Task<> RegionSelectionController::takeInput(std::shared_ptr<Completion> completion)
 {
     for (int attempt = 0; attempt < kGrabAttempts && !completion->done.isReached(); ++attempt) {
-        if (m_effects.takeInput(m_keyWindow->winId()))
+        if (m_effects.takeInput(m_keyWindow->winId())) {
+            qCInfo(lcSelection, "a region is being selected");
             co_return;
+        }
         co_await m_clock.sleep(kGrabInterval);
     }
     if (!completion->done.isReached())
@@ -187,6 +193,7 @@ void RegionSelectionController::finish(std::exception_ptr error, const std::opti
     m_dragged = nullptr;
     for (RegionSelectionWindow* window : std::exchange(m_windows, {})) {
         window->view().removeEventFilter(this);
+        window->removeEventFilter(this);
         window->hide();
         window->deleteLater();
     }

@@ -75,15 +75,15 @@ QRectF RegionSelectionView::selection() const
 
 void RegionSelectionView::moveTo(const QPointF& startPoint, const QPointF& currentPoint)
 {
-    const bool hadNone = selection().isEmpty();
-    const QRegion before = drawnArea();
+    const QRectF before = selection();
+    const QRegion drawnBefore = drawnAround();
     m_startPoint = startPoint;
     m_currentPoint = currentPoint;
-    if (hadNone || selection().isEmpty())
+    const QRectF after = selection();
+    if (before.isEmpty() != after.isEmpty())
         update(); // the instruction and the surroundings change everywhere
     else
-        update(before.xored(drawnArea()) + drawnArea().subtracted(selection().toAlignedRect()) +
-               before.subtracted(selection().toAlignedRect()));
+        update(QRegion(before.toAlignedRect()).xored(after.toAlignedRect()) + drawnBefore + drawnAround());
 }
 
 QPointF RegionSelectionView::inside(const QPointF& point) const
@@ -91,10 +91,14 @@ QPointF RegionSelectionView::inside(const QPointF& point) const
     return {std::clamp<qreal>(point.x(), 0, width()), std::clamp<qreal>(point.y(), 0, height())};
 }
 
-QRegion RegionSelectionView::drawnArea() const
+QRegion RegionSelectionView::drawnAround() const
 {
-    const QRectF outlined = selection().adjusted(-kOutline, -kOutline, kOutline, kOutline);
-    return QRegion(outlined.toAlignedRect()) + labelRect().toAlignedRect();
+    const QRectF selected = selection();
+    if (selected.isEmpty())
+        return {};
+    const QRegion outer(selected.adjusted(-kOutline, -kOutline, kOutline, kOutline).toAlignedRect());
+    const QRegion inner(selected.adjusted(kOutline, kOutline, -kOutline, -kOutline).toRect());
+    return outer.subtracted(inner) + labelRect().toAlignedRect();
 }
 
 // --- drawing ----------------------------------------------------------------

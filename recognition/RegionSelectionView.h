@@ -35,8 +35,8 @@ private:
     [[nodiscard]] QPointF inside(const QPointF& point) const;
     [[nodiscard]] QString sizeText() const;
     [[nodiscard]] QRectF labelRect() const;
-    /// What is drawn differently because there is a selection.
-    [[nodiscard]] QRegion drawnArea() const;
+    /// Where the outline and the label are.
+    [[nodiscard]] QRegion drawnAround() const;
     void drawInstruction(QPainter& painter) const;
     void drawSelection(QPainter& painter) const;
     void drawLabel(QPainter& painter) const;

@@ -14,6 +14,7 @@ RegionSelectionWindow::RegionSelectionWindow(const Theme& theme, QScreen& screen
 {
     setAttribute(Qt::WA_ShowWithoutActivating);
     setCursor(Qt::CrossCursor);
+    setWindowTitle(QStringLiteral("Tessary Region"));
     setScreen(&screen);
     setGeometry(screen.geometry());
 }

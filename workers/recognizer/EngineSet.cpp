@@ -76,7 +76,7 @@ QList<LineReading> EngineSet::read(const QByteArray& models, const GreyPlane& pi
     if (!reader || picture.isEmpty())
         return {};
     constexpr int kScreenDpi = 144;
-    reader->SetPageSegMode(layout == Layout::Line ? tesseract::PSM_SINGLE_LINE : tesseract::PSM_SINGLE_BLOCK);
+    reader->SetPageSegMode(layout == Layout::Line ? tesseract::PSM_SINGLE_LINE : tesseract::PSM_SINGLE_WORD);
     reader->SetImage(picture.pixels.data(), picture.width, picture.height, 1, picture.width);
     reader->SetSourceResolution(kScreenDpi);
     QList<LineReading> lines;

@@ -14,7 +14,11 @@ class TessBaseAPI;
 
 namespace tessary::recognizer {
 
-enum class Layout { Line, Block };
+/// What the engine is to look for in a picture.
+enum class Layout {
+    Line,
+    Word, ///< Also where it sees no line: in very short ones.
+};
 
 /// The engines, one for each combination of models, loaded when first needed and kept.
 class EngineSet {
@@ -29,8 +33,7 @@ public:
     void setCorrection(bool on) { m_correction = on; }
     /// Whether the models (as "chi_tra+eng") are installed; loads them. Asked anew until they are.
     [[nodiscard]] bool has(const QByteArray& models);
-    /// Reads dark text on white with models that are there. @returns the lines that the engine sees: one
-    /// at most with Layout::Line.
+    /// Reads dark text on white with models that are there. @returns what it sees, mostly one part.
     [[nodiscard]] QList<LineReading> read(const QByteArray& models, const GreyPlane& picture,
                                           Layout layout = Layout::Line);
 

@@ -10,7 +10,7 @@ namespace {
 // Parts of a line's height, which is what a Han character is wide.
 constexpr double kBlankBesideHan = 0.27; ///< From here on, what lies between Han and Latin is a blank.
 constexpr double kBlankBetweenHan = 0.5;
-constexpr double kWideSign = 0.5;     ///< From here on, the free half of a full-width sign.
+constexpr double kWideSign = 0.56;    ///< From here on, the free half of a full-width sign.
 constexpr double kCentredSign = 0.25; ///< The same before a sign that stands in the middle of its field.
 constexpr double kBlankBesideWideSign = 1.1;
 
@@ -56,6 +56,7 @@ class Line {
 public:
     explicit Line(LineReading reading) : m_symbols(std::move(reading))
     {
+        dropDoubles();
         pairQuotes();
         for (qsizetype i = 0; i < m_symbols.size(); ++i)
             widen(i);
@@ -84,18 +85,30 @@ private:
         return i < m_symbols.size() ? m_symbols.at(i).gapBefore : 0;
     }
 
-    /// A straight quotation mark opens and closes by turns.
+    /// Drops the comma that engines see in the stop behind it.
+    void dropDoubles()
+    {
+        for (qsizetype i = m_symbols.size() - 2; i >= 0; --i)
+            if (m_symbols.at(i).text == QLatin1String(",") &&
+                m_symbols.at(i + 1).text == QStringLiteral("。"))
+                m_symbols.removeAt(i);
+    }
+
+    /// Quotation marks open and close by turns; where one of a pair is curved, so is the other.
     void pairQuotes()
     {
-        bool open = false;
-        for (const ReadSymbol& symbol : m_symbols) {
-            const char32_t character = characterOf(symbol);
-            Kind found = kindOf(character);
-            if (character == U'"' || character == U'“' || character == U'”') {
-                found = open ? Kind::Closing : Kind::Opening;
-                open = !open;
+        qsizetype opened = -1;
+        for (qsizetype i = 0; i < m_symbols.size(); ++i) {
+            const char32_t character = characterOf(m_symbols.at(i));
+            m_kinds.append(kindOf(character));
+            if (character != U'"' && character != U'“' && character != U'”')
+                continue;
+            m_kinds[i] = opened < 0 ? Kind::Opening : Kind::Closing;
+            if (opened >= 0 && (character != U'"' || m_symbols.at(opened).text != QLatin1String("\""))) {
+                m_symbols[opened].text = QStringLiteral("“");
+                m_symbols[i].text = QStringLiteral("”");
             }
-            m_kinds.append(found);
+            opened = opened < 0 ? i : -1;
         }
     }
 

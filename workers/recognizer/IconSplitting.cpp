@@ -24,7 +24,7 @@ bool isFigureBeside(const TextLine& cluster, int textHeight)
 {
     constexpr double kLeastHeight = 0.75;
     constexpr double kNarrowest = 0.7;
-    constexpr double kWidest = 1.45;
+    constexpr double kWidest = 1.25;
     const double height = cluster.box.height();
     return height >= textHeight * kLeastHeight && cluster.box.width() >= height * kNarrowest &&
            cluster.box.width() <= height * kWidest && clustersOf(cluster, 2).size() == 1;
@@ -46,10 +46,11 @@ struct Surroundings {
 /// Whether the figure stands apart from text, rather than being a character before a comma or a bracket.
 bool isIcon(const TextLine& figure, const Surroundings& around)
 {
-    constexpr double kGap = 0.6; // of the text's height
+    constexpr double kGap = 0.42; // of the text's height
     constexpr double kSign = 0.55;
     const int height = around.text.height();
-    return isFigureBeside(figure, height) && gapBetween(figure.box, around.nearest) >= height * kGap &&
+    return isFigureBeside(figure, height) && 2 * around.text.width() >= 3 * figure.box.width() &&
+           gapBetween(figure.box, around.nearest) >= height * kGap &&
            around.nearest.height() >= height * kSign;
 }
 
@@ -66,7 +67,8 @@ bool hasNeighbour(const QRect& box, const std::vector<TextLine>& lines)
 {
     constexpr double kGap = 2.5;
     return std::any_of(lines.begin(), lines.end(), [&](const TextLine& other) {
-        return other.box != box && 2 * commonHeight(box, other.box) > std::min(box.height(), other.box.height()) &&
+        return other.box != box &&
+               2 * commonHeight(box, other.box) > std::min(box.height(), other.box.height()) &&
                gapBetween(box, other.box) <= box.height() * kGap;
     });
 }

@@ -23,7 +23,7 @@ bool touches(const QRect& box, const GreyPlane& mask)
 bool isEndOfEdge(const Component& component, const EdgeMasks& edges)
 {
     constexpr int kEnd = 12;
-    constexpr int kCorner = 40;
+    constexpr int kCorner = 96;
     constexpr int kThickness = 4;
     const int size = std::max(component.box.width(), component.box.height());
     const bool thin = component.pixels <= size * kThickness;

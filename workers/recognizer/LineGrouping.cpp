@@ -24,7 +24,7 @@ bool mayBeWriting(const Component& component)
 /// Whether two pieces stand side by side at about one size.
 bool areNeighbours(const QRect& one, const QRect& other)
 {
-    constexpr double kMostRatio = 2.6;
+    constexpr double kMostRatio = 1.7;
     constexpr double kGap = 1.1; // of the taller one's height
     const int small = std::min(one.height(), other.height());
     const int large = std::max(one.height(), other.height());
@@ -50,11 +50,13 @@ bool belongsTo(const TextLine& guest, const TextLine& host)
         return false;
     if (line.height() > height * kSmall)
         return commonHeight(line, other) >= line.height() * kRow && line.height() * 2 > other.height();
-    // A whole line beside something large is not a part of that.
-    if (line.width() > height * kGap && other.width() < std::max<double>(line.width(), height * kLong))
+    // Text beside something large is not a part of that.
+    const bool isLong = other.width() >= std::max<double>(line.width(), height * kLong);
+    if (!isLong && (line.width() > height * kGap || gapBetween(line, other) > height / 2))
         return false;
     const double centre = line.top() + line.height() / 2.0;
-    return centre >= other.top() - height * kBelowOrAbove && centre <= other.bottom() + height * kBelowOrAbove;
+    return centre >= other.top() - height * kBelowOrAbove &&
+           centre <= other.bottom() + height * kBelowOrAbove;
 }
 
 /// Joins what `areJoined` says. The boxes come by their left sides, and none reaches further than `reach`.
@@ -100,7 +102,8 @@ size_t hostOf(const std::vector<TextLine>& lines, size_t guest)
     const QRect& box = lines[guest].box;
     for (size_t i = 0; i < lines.size(); ++i) {
         const QRect& other = lines[i].box;
-        if (i == guest || other.height() < box.height() || other.isEmpty() || !belongsTo(lines[guest], lines[i]))
+        if (i == guest || other.height() < box.height() || other.isEmpty() ||
+            !belongsTo(lines[guest], lines[i]))
             continue;
         if (other.height() == box.height() && i > guest)
             continue;
@@ -114,20 +117,32 @@ size_t hostOf(const std::vector<TextLine>& lines, size_t guest)
     return best;
 }
 
-/// Gives dots, commas and the rest of a row to their lines, the smallest first.
-std::vector<TextLine> joinLines(std::vector<TextLine> lines)
+/// Gives dots, commas and the rest of a row to their lines, the smallest first. @returns whether any had one.
+bool joinOnce(std::vector<TextLine>& lines)
 {
     std::vector<size_t> order(lines.size());
     for (size_t i = 0; i < order.size(); ++i)
         order[i] = i;
     std::sort(order.begin(), order.end(),
               [&](size_t a, size_t b) { return lines[a].box.height() < lines[b].box.height(); });
+    bool joined = false;
     for (const size_t guest : order) {
         const size_t host = hostOf(lines, guest);
         if (host == lines.size())
             continue;
         lines[host].add(lines[guest]);
         lines[guest] = {};
+        joined = true;
+    }
+    std::erase_if(lines, [](const TextLine& line) { return line.pieces.empty(); });
+    return joined;
+}
+
+std::vector<TextLine> joinLines(std::vector<TextLine> lines)
+{
+    // Lines grow, and then reach others that had been too far away.
+    constexpr int kMostRounds = 4;
+    for (int round = 0; round < kMostRounds && joinOnce(lines); ++round) {
     }
     std::erase_if(lines, [](const TextLine& line) { return line.box.height() < kLeastLineHeight; });
     return lines;
@@ -145,6 +160,7 @@ std::vector<TextLine> groupIntoLines(const std::vector<Component>& components, c
     for (TextLine& line : joinPieces(std::move(pieces)))
         for (TextLine& part : splitTouchingLines(std::move(line), mask))
             lines.push_back(std::move(part));
+    cutBridges(lines);
     std::vector<TextLine> result;
     for (TextLine& line : joinLines(std::move(lines)))
         for (TextLine& part : splitOffIcons(std::move(line)))

@@ -26,7 +26,10 @@ const LineReading& LineReadings::read(size_t index, Script script)
     if (!isNew)
         return entry->second;
     const GreyPlane& picture = plane(index);
-    for (const LineReading& part : m_engines.read(modelOf(script), picture))
+    QList<LineReading> parts = m_engines.read(modelOf(script), picture);
+    if (parts.isEmpty() && !m_lines[index].maybeIcon)
+        parts = m_engines.read(modelOf(script), picture, Layout::Word);
+    for (const LineReading& part : parts)
         entry->second += part;
     measureGaps(entry->second, picture, LineSize().height);
     return entry->second;

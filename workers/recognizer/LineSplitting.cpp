@@ -32,6 +32,33 @@ int cutRow(const std::vector<int>& sums, int usual)
     return *least <= mean * kSparse ? int(least - sums.begin()) : 0;
 }
 
+/// Whether a line stands right beside a bridge, or around it, and the bridge ends in it at that side.
+bool isBeside(const QRect& bridge, const QRect& line)
+{
+    return bridge != line && line.width() > bridge.width() && line.height() < bridge.height() &&
+           2 * commonHeight(bridge, line) >= line.height() && gapBetween(bridge, line) <= line.height();
+}
+
+/// The first lines beside a bridge that it ends in above and below; `lines.size()` where there is none.
+std::pair<size_t, size_t> shoresOf(const std::vector<TextLine>& lines, size_t bridge)
+{
+    constexpr double kBeyond = 0.3;
+    std::pair<size_t, size_t> shores{lines.size(), lines.size()};
+    const QRect& box = lines[bridge].box;
+    for (size_t i = 0; i < lines.size(); ++i) {
+        const QRect& line = lines[i].box;
+        const int beyond = int(line.height() * kBeyond);
+        if (i == bridge || !isBeside(box, line) || 5 * box.width() > 8 * line.height())
+            continue;
+        if (std::abs(box.top() - line.top()) <= beyond ||
+            (box.top() > line.top() && box.top() < line.bottom()))
+            shores.first = i;
+        else if (box.bottom() > line.top() && box.bottom() <= line.bottom() + beyond)
+            shores.second = i;
+    }
+    return shores;
+}
+
 } // namespace
 
 std::vector<TextLine> splitTouchingLines(TextLine line, const GreyPlane& mask)
@@ -65,6 +92,22 @@ std::vector<TextLine> splitTouchingLines(TextLine line, const GreyPlane& mask)
     for (TextLine& part : splitTouchingLines(std::move(lower), mask))
         result.push_back(std::move(part));
     return result;
+}
+
+void cutBridges(std::vector<TextLine>& lines)
+{
+    for (size_t i = 0; i < lines.size(); ++i) {
+        const auto [upper, lower] = shoresOf(lines, i);
+        if (upper == lines.size() || lower == lines.size() ||
+            commonHeight(lines[upper].box, lines[lower].box) > 0)
+            continue;
+        const QRect box = lines[i].box;
+        const int cut = (lines[upper].box.bottom() + lines[lower].box.top() + 1) / 2;
+        lines[upper].add(QRect(box.topLeft(), QPoint(box.right(), cut - 1)));
+        lines[lower].add(QRect(QPoint(box.left(), cut), box.bottomRight()));
+        lines[i] = {};
+    }
+    std::erase_if(lines, [](const TextLine& line) { return line.pieces.empty(); });
 }
 
 } // namespace tessary::recognizer

@@ -9,4 +9,7 @@ namespace tessary::recognizer {
 /// where a row holds the least of the mask.
 [[nodiscard]] std::vector<TextLine> splitTouchingLines(TextLine line, const GreyPlane& mask);
 
+/// Cuts what reaches over two lines beside it, as two letters do that touch, and gives each line its part.
+void cutBridges(std::vector<TextLine>& lines);
+
 } // namespace tessary::recognizer

@@ -5,6 +5,7 @@
 #include "workers/recognizer/Plausibility.h"
 #include "workers/recognizer/ReadingOrder.h"
 #include "workers/recognizer/RecognizerFailure.h"
+#include "workers/recognizer/RowJoining.h"
 #include "workers/recognizer/ScriptChoice.h"
 
 namespace tessary::recognizer {
@@ -109,15 +110,20 @@ QList<ReadLine> PictureReader::read(const PictureView& picture, const QList<Scri
     sortForReading(lines);
     LineReadings readings(picture, std::move(lines), m_engines);
     QList<ReadLine> result;
-    const auto debug=[&](size_t i,auto&r,auto&t){if (const char*d=getenv("RECDEBUG");d) fprintf(stderr,"%d%d %.1f %lld %s\n",int(readings.line(i).maybeIcon),int(isPlausible(r,readings.line(i).maybeIcon)),meanConfidence(r),(long long)r.size(),qPrintable(t));};
+    const auto debug = [&](size_t i, auto& r, auto& t) {
+        if (const char* d = getenv("RECDEBUG"); d)
+            fprintf(stderr, "%d%d %.1f %lld %s\n", int(readings.line(i).maybeIcon),
+                    int(isPlausible(r, readings.line(i).maybeIcon)), meanConfidence(r), (long long)r.size(),
+                    qPrintable(t));
+    };
     const QList<LineReading> all = LineByLine(readings, present).read();
     for (qsizetype i = 0; i < all.size(); ++i) {
         const QString text = textOf(all.at(i));
-        debug(size_t(i),all.at(i),text);
+        debug(size_t(i), all.at(i), text);
         if (!text.trimmed().isEmpty() && isPlausible(all.at(i), readings.line(size_t(i)).maybeIcon))
             result.append({readings.line(size_t(i)).box, text, meanConfidence(all.at(i)) / 100});
     }
-    return result;
+    return joinRows(result);
 }
 
 } // namespace tessary::recognizer

@@ -2,17 +2,10 @@
 
 #include "workers/recognizer/EngineSet.h"
 #include "workers/recognizer/PictureView.h"
+#include "workers/recognizer/ReadLine.h"
 #include "workers/recognizer/Script.h"
-#include "workers/recognizer/TextLine.h"
 
 namespace tessary::recognizer {
-
-/// A line with what it says.
-struct ReadLine {
-    QRect box;
-    QString text;          ///< Never empty.
-    double confidence = 0; ///< 0 to 1.
-};
 
 /// How much work a reading may be.
 enum class Effort { Accurate, Fast };

@@ -5,7 +5,7 @@ namespace {
 
 // How much of the text is read to find out, in square characters.
 constexpr double kLookLength = 16;
-constexpr double kChineseLength = 50;
+constexpr double kChineseLength = 45;
 
 } // namespace
 
@@ -54,8 +54,27 @@ Script ScriptChoice::wideScript(const std::vector<size_t>& lines)
     wide.removeAll(Script::Japanese);
     if (wide.size() == 1)
         return wide.first();
-    return chineseScript(evidence(lines, Script::Simplified, kChineseLength),
-                         evidence(lines, Script::Traditional, kChineseLength), wide.first());
+    return chineseScript(lines, wide.first());
+}
+
+Script ScriptChoice::chineseScript(const std::vector<size_t>& lines, Script otherwise)
+{
+    constexpr double kLead = 0.1; // without a vote
+    constexpr double kNoVoteAbove = 0.75;
+    constexpr double kNoVoteBelow = -0.6;
+    constexpr double kVoteWeight = 5;
+    const ScriptEvidence simplified = evidence(lines, Script::Simplified, kChineseLength);
+    const ScriptEvidence traditional = evidence(lines, Script::Traditional, kChineseLength);
+    const std::optional<double> lead = leadOfTraditional(simplified, traditional);
+    if (!lead)
+        return otherwise;
+    bool isTraditional = *lead >= kLead;
+    if (m_scripts.contains(Script::Japanese) && *lead > kNoVoteBelow && *lead < kNoVoteAbove) {
+        const ScriptEvidence japanese = evidence(lines, Script::Japanese, kChineseLength);
+        isTraditional =
+            *lead + kVoteWeight * voteForTraditional(simplified, traditional, japanese) >= kNoVoteAbove;
+    }
+    return isTraditional ? Script::Traditional : Script::Simplified;
 }
 
 } // namespace tessary::recognizer

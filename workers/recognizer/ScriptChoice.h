@@ -24,6 +24,7 @@ public:
 private:
     [[nodiscard]] ScriptEvidence evidence(const std::vector<size_t>& lines, Script script, double length);
     [[nodiscard]] bool isJapanese(const std::vector<size_t>& lines);
+    [[nodiscard]] Script chineseScript(const std::vector<size_t>& lines, Script otherwise);
 
     LineReadings& m_readings;
     QList<Script> m_scripts;

@@ -15,10 +15,27 @@ UScriptCode scriptCodeOf(const ReadSymbol& symbol)
     return points.isEmpty() ? USCRIPT_COMMON : uscript_getScript(UChar32(points.first()), &status);
 }
 
+/// How many of one reading's characters are not in another, and which of those a third one has.
+struct Ballot {
+    int differences = 0;
+    int votes = 0;
+
+    void count(const QString& one, const QString& other, const QString& judge)
+    {
+        for (const QChar character : one) {
+            if (other.contains(character))
+                continue;
+            ++differences;
+            votes += judge.contains(character) ? 1 : 0;
+        }
+    }
+};
+
 } // namespace
 
 void ScriptEvidence::add(const LineReading& reading)
 {
+    m_hanTexts.append(QString());
     for (const ReadSymbol& symbol : reading) {
         const UScriptCode code = scriptCodeOf(symbol);
         const double confidence = std::max(symbol.confidence, kLeastConfidence);
@@ -27,6 +44,7 @@ void ScriptEvidence::add(const LineReading& reading)
         if (code == USCRIPT_HAN) {
             ++m_han;
             m_hanSum += confidence;
+            m_hanTexts.last() += symbol.text;
         }
         m_kana += code == USCRIPT_HIRAGANA || code == USCRIPT_KATAKANA ? 1 : 0;
         m_letters += !symbol.text.isEmpty() && symbol.text.at(0).isPunct() ? 0 : 1;
@@ -55,13 +73,26 @@ double ScriptEvidence::confidence() const
     return m_symbols == 0 ? 0 : m_sum / m_symbols;
 }
 
-Script chineseScript(const ScriptEvidence& simplified, const ScriptEvidence& traditional, Script otherwise)
+std::optional<double> leadOfTraditional(const ScriptEvidence& simplified, const ScriptEvidence& traditional)
 {
-    constexpr double kSurer = 0.1;
     if (simplified.hanConfidence() <= 0 || traditional.hanConfidence() <= 0)
-        return otherwise;
-    return traditional.hanConfidence() >= simplified.hanConfidence() + kSurer ? Script::Traditional
-                                                                              : Script::Simplified;
+        return std::nullopt;
+    return traditional.hanConfidence() - simplified.hanConfidence();
+}
+
+double voteForTraditional(const ScriptEvidence& simplified, const ScriptEvidence& traditional,
+                          const ScriptEvidence& japanese)
+{
+    constexpr int kDoubt = 10; // as many differences would have had no votes
+    Ballot old;
+    Ballot simple;
+    const qsizetype lines =
+        std::min({simplified.han().size(), traditional.han().size(), japanese.han().size()});
+    for (qsizetype i = 0; i < lines; ++i) {
+        old.count(traditional.han().at(i), simplified.han().at(i), japanese.han().at(i));
+        simple.count(simplified.han().at(i), traditional.han().at(i), japanese.han().at(i));
+    }
+    return double(old.votes - simple.votes) / (old.differences + kDoubt);
 }
 
 } // namespace tessary::recognizer

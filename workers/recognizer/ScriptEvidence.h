@@ -3,6 +3,8 @@
 #include "workers/recognizer/LineReading.h"
 #include "workers/recognizer/Script.h"
 
+#include <optional>
+
 namespace tessary::recognizer {
 
 /// What readings of some lines by one script's model tell about the script they are really in.
@@ -16,6 +18,8 @@ public:
     [[nodiscard]] bool hasKana() const;
     /// How sure the engine is of the Han characters, 0 to 100; 0 without any. A few bad ones count little.
     [[nodiscard]] double hanConfidence() const;
+    /// The Han characters of each reading.
+    [[nodiscard]] const QStringList& han() const { return m_hanTexts; }
     /// How sure it is of all that it read, 0 to 100.
     [[nodiscard]] double confidence() const;
 
@@ -26,12 +30,18 @@ private:
     int m_kana = 0;
     double m_sum = 0;
     double m_hanSum = 0;
+    QStringList m_hanTexts;
 };
 
-/// Traditional or Simplified, by what both models made of the same lines. The model of Traditional reads
-/// Simplified as well and is nearly as sure of it, but not the other way round: so it has to be surer, by
-/// little. Without Han characters it is `otherwise`.
-[[nodiscard]] Script chineseScript(const ScriptEvidence& simplified, const ScriptEvidence& traditional,
-                                   Script otherwise);
+/// How much surer the model of Traditional is than that of Simplified of the same lines. It reads Simplified
+/// as well, nearly as surely, but not the other way round: from about 0 on they are Traditional. Nothing
+/// without Han characters.
+[[nodiscard]] std::optional<double> leadOfTraditional(const ScriptEvidence& simplified,
+                                                      const ScriptEvidence& traditional);
+
+/// Where the two differ, how much more often the model of Japanese reads what that of Traditional does, -1 to
+/// 1: it knows the old forms of many characters, and none of the simplified.
+[[nodiscard]] double voteForTraditional(const ScriptEvidence& simplified, const ScriptEvidence& traditional,
+                                        const ScriptEvidence& japanese);
 
 } // namespace tessary::recognizer

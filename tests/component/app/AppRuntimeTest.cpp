@@ -275,6 +275,7 @@ TEST_F(AppRuntimeTest, OnlyTheQuickSearchShortcutDecidesWhetherShortcutsAreAvail
 
 TEST_F(AppRuntimeTest, TheShortcutsDoWhatTheyAreFor)
 {
+    permissions.setState({true, true, true});
     start();
     ASSERT_TRUE(eventually([&] { return hotKeys.registrations() == 3; }));
     hotKeys.press({49, 2048});
@@ -284,7 +285,7 @@ TEST_F(AppRuntimeTest, TheShortcutsDoWhatTheyAreFor)
     hotKeys.press({35, 6144});
     EXPECT_TRUE(eventually([&] { return !runtime->isMonitoring(); }));
     hotKeys.press({31, 6144});
-    EXPECT_TRUE(eventually([&] { return windows.selections == 1; }));
+    EXPECT_TRUE(eventually([&] { return windows.selector.begun == 1; }));
 }
 
 TEST_F(AppRuntimeTest, PermissionsAreReadAgainWhenWeComeToTheFrontOnly)
