@@ -110,7 +110,7 @@ TEST_F(DesktopRemindersTest, AReminderIsListedByAnotherProgramWithAllItHas)
     const QJsonArray listed = testing::TaskDesktop::ask(QStringLiteral("list")).array();
     ASSERT_EQ(listed.size(), 3);
     int twice = 0;
-    for (const QJsonValue& value : listed) {
+    for (const auto& value : listed) {
         const QJsonObject task = value.toObject();
         if (task.value(QLatin1String("title")) == QStringLiteral("twice")) {
             ++twice;
