@@ -28,6 +28,7 @@ AppRuntime::AppRuntime(Platform platform, WindowPresenter& windows)
       m_settings(platform.userDefaults, platform.screenshotTool, platform.folders),
       m_integration(platform.loginItem, platform.privacySettings),
       m_permissions(platform.permissions, m_integration, m_flows),
+      m_localOCR(platform, windows, m_settings, m_flows),
       m_storage(m_settings, platform.clock, m_libraryFiles, m_flows),
       m_directoryMonitor(platform.directories, platform.clock),
       m_clipboardMonitor(platform.pasteboard, platform.clock, platform.imageCodec, m_flows),
@@ -38,6 +39,7 @@ AppRuntime::AppRuntime(Platform platform, WindowPresenter& windows)
     observeActivation();
     observePermissions();
     observeStorage();
+    observeRecognition();
 }
 
 AppRuntime::~AppRuntime()
@@ -71,6 +73,12 @@ void AppRuntime::observeStorage()
     connect(&m_storage, &StorageMaintenance::storageBytesChanged, this, &AppRuntime::storageBytesChanged);
     connect(&m_storage, &StorageMaintenance::libraryChanged, this, &AppRuntime::libraryChanged);
     connect(&m_storage, &StorageMaintenance::failed, this, &AppRuntime::setLastError);
+}
+
+void AppRuntime::observeRecognition()
+{
+    connect(&m_localOCR, &LocalOCRFlow::failed, this, &AppRuntime::setLastError);
+    connect(&m_localOCR, &LocalOCRFlow::remindersUsed, this, &AppRuntime::refreshPermissions);
 }
 
 // --- starting and ending ----------------------------------------------------
@@ -175,6 +183,7 @@ QCoro::Task<> AppRuntime::shutDown()
 {
     stopMonitoring();
     m_flows.cancel();
+    m_localOCR.cancel();
     QTimer patience; // a screenshot folder may hang: nobody waits for it for long
     if (m_fileIntake)
         connect(&patience, &QTimer::timeout, m_fileIntake.get(), &FileIntake::giveUp);
@@ -286,9 +295,9 @@ void AppRuntime::openSettings()
     m_windows.showSettings();
 }
 
-void AppRuntime::performLocalOCR()
+void AppRuntime::updateOCRConfiguration()
 {
-    m_windows.showRegionSelection();
+    qCInfo(lcRuntime, "recognition settings changed; they count from the next start");
 }
 
 // --- lists ------------------------------------------------------------------

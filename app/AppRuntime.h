@@ -5,15 +5,16 @@
 #include "app/FileIntake.h"
 #include "app/GlobalHotKeyService.h"
 #include "app/LibraryFiles.h"
+#include "app/LocalOCRFlow.h"
 #include "app/PasteBack.h"
 #include "app/PermissionRequests.h"
 #include "app/StorageMaintenance.h"
 #include "app/SystemIntegrationService.h"
 #include "app/archive/LibraryArchive.h"
 #include "base/FlowSet.h"
+#include "base/KeyedGate.h"
 #include "base/Milestone.h"
 #include "capture/ClipboardMonitor.h"
-#include "base/KeyedGate.h"
 #include "capture/ScreenshotDirectoryMonitor.h"
 #include "platform/Platform.h"
 #include "search/LibraryActions.h"
@@ -81,8 +82,13 @@ public:
     void openSettings();
     /// The panel has the keyboard, or is gone: what was typed since its shortcut may be delivered.
     void panelSettled() { m_hotKeyService.releaseKeyboard(); }
-    /// Recognises the text in a region of the screen.
-    void performLocalOCR();
+    /// Recognises the text in a region of the screen that the person drags.
+    void performLocalOCR() { m_flows.add(m_localOCR.perform()); }
+    /// To be called when the settings of recognition have changed: the recogniser keeps what it began with,
+    /// so they count from the next start.
+    void updateOCRConfiguration();
+    /// The ways to recognise text.
+    [[nodiscard]] LocalOCRFlow& localOCR() { return m_localOCR; }
     void refreshPermissions() { m_permissions.refresh(); }
     void requestReminderPermission() { m_permissions.requestReminderPermission(); }
     /// What to do for a permission that is missing.
@@ -145,6 +151,7 @@ private:
     void observeActivation();
     void observeStorage();
     void observePermissions();
+    void observeRecognition();
     void setMonitoring(bool isMonitoring);
     void setLastError(const QString& message);
 
@@ -159,6 +166,7 @@ private:
     SystemIntegrationService m_integration;
     PermissionRequests m_permissions;
     std::optional<QString> m_lastError;
+    LocalOCRFlow m_localOCR;
     LibraryFiles m_libraryFiles;
     StorageMaintenance m_storage;
     std::optional<AppPaths> m_paths;

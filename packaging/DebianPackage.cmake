@@ -20,11 +20,15 @@ set(CPACK_DEBIAN_PACKAGE_SECTION utils)
 set(CPACK_DEBIAN_PACKAGE_PRIORITY optional)
 set(CPACK_DEBIAN_COMPRESSION_TYPE xz)
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
-set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
-# Beyond the libraries: icons for our own and for other programs, and Chinese letters. See also the
-# group `run` of packages.list.
-set(CPACK_DEBIAN_PACKAGE_DEPENDS
-    "hicolor-icon-theme, adwaita-icon-theme, fonts-droid-fallback | fonts-noto-cjk")
-set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "default-dbus-session-bus | dbus-session-bus")
+# The libraries of the programs are added by this; not those of the module for reminders, which is opened only
+# where the desktop has them.
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS OFF)
+set(CPACK_PRE_BUILD_SCRIPTS "${CMAKE_CURRENT_SOURCE_DIR}/LibraryDependencies.cmake")
+# Beyond the libraries: icons for our own and for other programs, Chinese letters, and the models without
+# which no text is recognised for most. See also the group `run` of packages.list.
+set(CPACK_DEBIAN_PACKAGE_DEPENDS "hicolor-icon-theme, adwaita-icon-theme, fonts-droid-fallback | fonts-noto-cjk, \
+tesseract-ocr-chi-sim, tesseract-ocr-eng")
+set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "default-dbus-session-bus | dbus-session-bus, tesseract-ocr-chi-tra, \
+tesseract-ocr-jpn, evolution-data-server")
 
 include(CPack)

@@ -1,7 +1,5 @@
 #pragma once
 
-#include "base/Error.h"
-
 #include <qcoro/qcorotask.h>
 
 namespace tessary {
@@ -15,32 +13,18 @@ struct PermissionState {
     friend bool operator==(const PermissionState&, const PermissionState&) = default;
 };
 
-class PermissionError : public Error {
-public:
-    enum class Case {
-        NoTaskService,    ///< Nothing on this desktop keeps tasks.
-        TaskServiceFailed ///< It could not be started, or did not answer.
-    };
-
-    explicit PermissionError(Case which) : m_case(which) {}
-
-    [[nodiscard]] Case which() const noexcept { return m_case; }
-    [[nodiscard]] QString localizedDescription() const override;
-
-private:
-    Case m_case;
-};
-
 /// What the session lets us do, and asking for more. Main thread only; never blocks.
 class Permissions {
 public:
     virtual ~Permissions() = default;
     [[nodiscard]] virtual QCoro::Task<PermissionState> probe() = 0;
+    /// Whether the screen can be read, without asking for it.
+    [[nodiscard]] virtual QCoro::Task<bool> hasScreenRecording() = 0;
     /// Asks for the permission; where sessions do not grant any, looks again. @returns whether it is there.
     [[nodiscard]] virtual QCoro::Task<bool> requestScreenRecording() = 0;
     /// The same. The session may ask the person, whose answer comes later.
     [[nodiscard]] virtual QCoro::Task<bool> requestAccessibility() = 0;
-    /// The same; the service that keeps tasks is started if need be. @throws PermissionError.
+    /// The same; the service that keeps tasks is started if need be. @throws ReminderStoreError.
     [[nodiscard]] virtual QCoro::Task<bool> requestReminders() = 0;
 };
 

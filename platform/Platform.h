@@ -11,8 +11,11 @@
 #include "platform/Pasteboard.h"
 #include "platform/Permissions.h"
 #include "platform/PrivacySettings.h"
+#include "platform/ReminderStore.h"
+#include "platform/ScreenCapture.h"
 #include "platform/ScreenshotToolDefaults.h"
 #include "platform/StandardFolders.h"
+#include "platform/TextRecognizer.h"
 #include "platform/UserDefaults.h"
 #include "platform/Workspace.h"
 
@@ -35,6 +38,9 @@ struct Platform {
     KeystrokeSender& keystrokes;
     LoginItem& loginItem;
     PrivacySettings& privacySettings;
+    ScreenCapture& screenCapture;
+    TextRecognizer& textRecognizer;
+    ReminderStore& reminders;
 };
 
 } // namespace tessary

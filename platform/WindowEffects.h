@@ -24,6 +24,10 @@ public:
     virtual void setInputRegion(quintptr window, const QRect& region, qreal devicePixelRatio) = 0;
     /// Asks for the keyboard for a window that is being shown because the person asked for it.
     virtual void activate(quintptr window) = 0;
+    /// Gives a window that is shown everything that pointer and keyboard do, until it is released or gone.
+    /// @returns false while another program has one of them.
+    [[nodiscard]] virtual bool takeInput(quintptr window) = 0;
+    virtual void releaseInput(quintptr window) = 0;
 
 Q_SIGNALS:
     void compositedChanged();

@@ -6,6 +6,7 @@
 #include "store/FileImageCache.h"
 #include "ui/OrdinaryWindows.h"
 #include "ui/preview/PreviewWindow.h"
+#include "ui/quicksearch/KeyableSearchPanel.h"
 #include "ui/quicksearch/QuickSearchPanelController.h"
 
 #include <QLoggingCategory>
@@ -17,9 +18,10 @@ Q_LOGGING_CATEGORY(lcWindows, "tessary.windows")
 
 namespace tessary {
 
-DesktopWindows::DesktopWindows(const DesktopAppearance& appearance, WindowEffects& effects)
+DesktopWindows::DesktopWindows(const DesktopAppearance& appearance, WindowEffects& effects, Clock& clock)
     : m_appearance(appearance),
-      m_effects(effects)
+      m_effects(effects),
+      m_regionSelection(m_theme, effects, clock)
 {
     connect(&appearance, &DesktopAppearance::changed, this, &DesktopWindows::followAppearance);
     followAppearance();
@@ -36,6 +38,7 @@ void DesktopWindows::followAppearance()
 
 void DesktopWindows::attach(AppRuntime& runtime)
 {
+    m_runtime = &runtime;
     m_ordinaryWindows = std::make_unique<OrdinaryWindows>(runtime.settings(), m_effects);
     m_quickSearch = std::make_unique<QuickSearchPanelController>(runtime, m_theme, m_effects);
     connect(m_quickSearch.get(), &QuickSearchPanelController::keyboardSettled, &runtime,
@@ -44,10 +47,12 @@ void DesktopWindows::attach(AppRuntime& runtime)
 
 void DesktopWindows::detach()
 {
+    m_regionSelection.cancel();
     m_quickSearch.reset();
     for (const QPointer<PreviewWindow>& preview : std::exchange(m_previews, {}))
         delete preview.data();
     m_ordinaryWindows.reset();
+    m_runtime = nullptr;
 }
 
 bool DesktopWindows::isQuickSearchVisible() const
@@ -89,9 +94,31 @@ void DesktopWindows::showPreview(const ScreenshotRecord& record)
     m_effects.activate(preview->winId());
 }
 
-void DesktopWindows::showRegionSelection()
+void DesktopWindows::showRecognitionResult(const RecognitionResult&)
 {
-    qCInfo(lcWindows, "text recognition was asked for; this version has none yet");
+    qCInfo(lcWindows, "a result was to be shown; this version has no window for it yet");
+}
+
+// --- while the screen is looked at ------------------------------------------
+
+/// The panel would hide anyway when it loses the keyboard, unless it is pinned.
+bool DesktopWindows::withdraw()
+{
+    if (m_runtime == nullptr)
+        return false;
+    bool had = isQuickSearchVisible();
+    if (had && m_runtime->settings().quickSearchPinned())
+        m_withdrawn.withdraw(m_quickSearch->panel());
+    else
+        hideQuickSearch();
+    for (const QPointer<PreviewWindow>& preview : m_previews)
+        had = (preview && m_withdrawn.withdraw(*preview)) || had;
+    return had;
+}
+
+void DesktopWindows::restore()
+{
+    m_withdrawn.restore();
 }
 
 } // namespace tessary

@@ -1,6 +1,8 @@
 #pragma once
 
 #include "app/WindowPresenter.h"
+#include "recognition/RegionSelectionController.h"
+#include "ui/WithdrawnWindows.h"
 #include "ui/kit/Theme.h"
 
 #include <QList>
@@ -11,6 +13,7 @@
 namespace tessary {
 
 class AppRuntime;
+class Clock;
 class DesktopAppearance;
 class OrdinaryWindows;
 class PreviewWindow;
@@ -21,7 +24,7 @@ class WindowEffects;
 class DesktopWindows : public QObject, public WindowPresenter {
     Q_OBJECT
 public:
-    DesktopWindows(const DesktopAppearance& appearance, WindowEffects& effects);
+    DesktopWindows(const DesktopAppearance& appearance, WindowEffects& effects, Clock& clock);
     ~DesktopWindows() override;
 
     [[nodiscard]] const Theme& theme() const { return m_theme; }
@@ -35,7 +38,10 @@ public:
     void hideQuickSearch() override;
     void showSettings() override;
     void showPreview(const ScreenshotRecord& record) override;
-    void showRegionSelection() override;
+    [[nodiscard]] RegionSelector& regionSelector() override { return m_regionSelection; }
+    void showRecognitionResult(const RecognitionResult& result) override;
+    bool withdraw() override;
+    void restore() override;
 
 private:
     void followAppearance();
@@ -43,9 +49,12 @@ private:
     const DesktopAppearance& m_appearance;
     WindowEffects& m_effects;
     Theme m_theme;
+    RegionSelectionController m_regionSelection;
+    AppRuntime* m_runtime = nullptr; // while attached
+    WithdrawnWindows m_withdrawn;
     std::unique_ptr<QuickSearchPanelController> m_quickSearch;
     std::unique_ptr<OrdinaryWindows> m_ordinaryWindows; // while attached
-    QList<QPointer<PreviewWindow>> m_previews;          // each deletes itself when it is closed
+    QList<QPointer<PreviewWindow>> m_previews; // each deletes itself when it is closed
 };
 
 } // namespace tessary

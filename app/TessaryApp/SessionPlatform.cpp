@@ -31,6 +31,8 @@ SessionPlatform::SessionPlatform()
       m_workspace(
           DesktopEntries(m_folders.dataFolders(), QString::fromLatin1(std::setlocale(LC_MESSAGES, nullptr))),
           applicationIdentifier()),
+      m_reminders(m_folders),
+      m_permissions(&m_reminders),
       m_fileManager(&x11StartupIdentifier),
       m_loginItem(m_folders, applicationIdentifier(), QCoreApplication::applicationFilePath()),
       m_privacySettings(m_folders.dataFolders(), applicationIdentifier())
@@ -39,9 +41,10 @@ SessionPlatform::SessionPlatform()
 
 Platform SessionPlatform::platform()
 {
-    return {m_clock,       m_pasteboard,     m_workspace,  m_imageCodec, m_icons,
-            m_settings,    m_screenshotTool, m_folders,    m_hotKeys,    m_permissions,
-            m_directories, m_fileManager,    m_keystrokes, m_loginItem,  m_privacySettings};
+    return {m_clock,         m_pasteboard,     m_workspace,  m_imageCodec, m_icons,
+            m_settings,      m_screenshotTool, m_folders,    m_hotKeys,    m_permissions,
+            m_directories,   m_fileManager,    m_keystrokes, m_loginItem,  m_privacySettings,
+            m_screenCapture, m_textRecognizer, m_reminders};
 }
 
 } // namespace tessary

@@ -11,11 +11,14 @@
 #include "platform/linux/SettingsFile.h"
 #include "platform/linux/SystemClock.h"
 #include "platform/linux/XdgFolders.h"
+#include "platform/reminders/DesktopReminders.h"
 #include "platform/workers/ImagingWorkerCodec.h"
+#include "platform/workers/RecognizerWorker.h"
 #include "platform/x11/X11GlobalHotKeys.h"
 #include "platform/x11/X11KeystrokeSender.h"
 #include "platform/x11/X11Pasteboard.h"
 #include "platform/x11/X11Permissions.h"
+#include "platform/x11/X11ScreenCapture.h"
 #include "platform/x11/X11StatusHosts.h"
 #include "platform/x11/X11WindowEffects.h"
 #include "platform/x11/X11Workspace.h"
@@ -47,11 +50,14 @@ private:
     X11Pasteboard m_pasteboard;
     X11Workspace m_workspace;
     X11GlobalHotKeys m_hotKeys;
-    X11Permissions m_permissions;
+    DesktopReminders m_reminders;
+    X11Permissions m_permissions; // asks the reminders
     X11KeystrokeSender m_keystrokes;
     DesktopFileManager m_fileManager;
     AutostartEntry m_loginItem;
     DesktopPrivacySettings m_privacySettings;
+    X11ScreenCapture m_screenCapture;
+    RecognizerWorker m_textRecognizer;
     X11StatusHosts m_statusHosts;
     X11WindowEffects m_windowEffects;
 };

@@ -8,6 +8,9 @@
 
 #include <QCoreApplication>
 #include <QFile>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
 
 #include <algorithm>
 
@@ -101,6 +104,37 @@ QDBusUnixFileDescriptor openFile(const QString& path)
     if (!file.open(QIODevice::ReadOnly))
         throw FileError::fromErrno(errno, path, FileError::Operation::Read);
     return QDBusUnixFileDescriptor(file.handle());
+}
+
+std::optional<RecognitionLevel> levelIn(const QVariantMap& options)
+{
+    const QVariant isFast = options.value(QStringLiteral("fast"));
+    if (!isFast.isValid())
+        return std::nullopt;
+    return isFast.toBool() ? RecognitionLevel::Fast : RecognitionLevel::Accurate;
+}
+
+QJsonObject described(const TextObservation& line)
+{
+    return {{QStringLiteral("text"), line.candidates.value(0)},
+            {QStringLiteral("confidence"), line.confidence},
+            {QStringLiteral("x"), line.box.x()},
+            {QStringLiteral("y"), line.box.y()},
+            {QStringLiteral("width"), line.box.width()},
+            {QStringLiteral("height"), line.box.height()}};
+}
+
+QByteArray json(const LocalOCRFlow::RecognizedPicture& picture)
+{
+    QJsonArray lines;
+    for (const TextObservation& line : picture.lines)
+        if (!line.candidates.isEmpty())
+            lines.append(described(line));
+    const QJsonObject whole{{QStringLiteral("text"), OCRService::text(picture.lines)},
+                            {QStringLiteral("width"), picture.size.width()},
+                            {QStringLiteral("height"), picture.size.height()},
+                            {QStringLiteral("lines"), lines}};
+    return QJsonDocument(whole).toJson(QJsonDocument::Compact) + '\n';
 }
 
 } // namespace
@@ -361,6 +395,39 @@ BusCommands::Answer BusCommands::usage()
                             {QStringLiteral("texts"), whole(usage.items.texts)},
                             {QStringLiteral("trashed"), whole(usage.items.inTrash)}};
     co_return QVariantList(1, facts);
+}
+
+// --- recognition ------------------------------------------------------------
+
+BusCommands::Answer BusCommands::recognizeRegion(QVariantMap options)
+{
+    const LocalOCRFlow::RecognizedPicture picture =
+        co_await m_runtime.localOCR().recognizeRegion(levelIn(options));
+    co_return co_await described(picture);
+}
+
+/// The imaging worker opens the caller's file through our descriptor of it.
+BusCommands::Answer BusCommands::recognizePicture(QDBusUnixFileDescriptor picture, QVariantMap options)
+{
+    if (!picture.isValid())
+        throw invalid(QStringLiteral("no file was handed over"));
+    const QString path = QStringLiteral("/proc/%1/fd/%2")
+                             .arg(QCoreApplication::applicationPid())
+                             .arg(picture.fileDescriptor());
+    const LocalOCRFlow::RecognizedPicture recognized =
+        co_await m_runtime.localOCR().recognizeFile(path, levelIn(options));
+    co_return co_await described(recognized);
+}
+
+QCoro::Task<QVariantList> BusCommands::described(LocalOCRFlow::RecognizedPicture picture)
+{
+    auto writing = m_lane.post([picture] {
+        MemoryFile file;
+        file.append(json(picture));
+        return file.handOut();
+    });
+    const QDBusUnixFileDescriptor result = co_await writing;
+    co_return QVariantList(1, QVariant::fromValue(result));
 }
 
 } // namespace tessary

@@ -1,10 +1,12 @@
 #pragma once
 
+#include "app/LocalOCRFlow.h"
 #include "base/SerialLane.h"
 #include "store/ScreenshotRecord.h"
 
 #include <qcoro/qcorotask.h>
 
+#include <QDBusUnixFileDescriptor>
 #include <QVariant>
 
 namespace tessary {
@@ -38,6 +40,8 @@ public:
     [[nodiscard]] Answer restoreFrom(QString folder);
     [[nodiscard]] Answer purgeTrash(bool everything);
     [[nodiscard]] Answer usage();
+    [[nodiscard]] Answer recognizeRegion(QVariantMap options);
+    [[nodiscard]] Answer recognizePicture(QDBusUnixFileDescriptor picture, QVariantMap options);
 
 private:
     /// @throws BusError (Failed) when there is no library.
@@ -45,6 +49,7 @@ private:
     /// The whole item. @throws BusError (NotFound).
     QCoro::Task<ScreenshotRecord> item(QString id);
     QCoro::Task<QList<ScreenshotRecord>> wholeItems(QList<ScreenshotRecord> listed);
+    QCoro::Task<QVariantList> described(LocalOCRFlow::RecognizedPicture picture);
     QCoro::Task<QVariantList> lines(QList<ScreenshotRecord> items, int limit);
 
     AppRuntime& m_runtime;

@@ -210,4 +210,19 @@ QVariantMap LibraryBusObject::Usage()
     return {};
 }
 
+// --- recognition ------------------------------------------------------------
+
+QDBusUnixFileDescriptor LibraryBusObject::RecognizeRegion(const QVariantMap& options)
+{
+    answer([&](BusCommands& commands) { return commands.recognizeRegion(options); });
+    return {};
+}
+
+QDBusUnixFileDescriptor LibraryBusObject::RecognizePicture(const QDBusUnixFileDescriptor& picture,
+                                                           const QVariantMap& options)
+{
+    answer([&](BusCommands& commands) { return commands.recognizePicture(picture, options); });
+    return {};
+}
+
 } // namespace tessary

@@ -49,6 +49,9 @@ public Q_SLOTS:
     QVariantMap Restore(const QString& folder);
     qlonglong PurgeTrash(bool everything);
     QVariantMap Usage();
+    QDBusUnixFileDescriptor RecognizeRegion(const QVariantMap& options);
+    QDBusUnixFileDescriptor RecognizePicture(const QDBusUnixFileDescriptor& picture,
+                                             const QVariantMap& options);
 
 Q_SIGNALS:
     void LibraryChanged(const QString& kind, const QStringList& ids);

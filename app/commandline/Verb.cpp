@@ -17,11 +17,15 @@ constexpr VerbOption kJsonList{"json", nullptr,
 constexpr VerbOption kJson{"json", nullptr, "print a JSON object"};
 constexpr VerbOption kJsonItem{"json", nullptr, "print the item with every field as a JSON object instead"};
 constexpr VerbOption kOutput{"output", "FILE", "write to FILE instead of standard output"};
+constexpr VerbOption kFast{"fast", nullptr, "read fast rather than accurately"};
+constexpr VerbOption kJsonText{"json", nullptr,
+                               "print a JSON object with the text, the picture's size, and the lines with\n"
+                               "their places and how certain they are"};
 constexpr VerbOption kAll{"all", nullptr, "everything that is in the trash"};
 
 using Name = Verb::Name;
 
-constexpr std::array<Verb, 22> kVerbs{{
+constexpr std::array<Verb, 23> kVerbs{{
     {Name::Toggle, "toggle", "", 0, 0, "show the quick-search panel, or hide it", "", {}},
     {Name::Settings, "settings", "", 0, 0, "show the settings window", "", {}},
     {Name::Pause, "pause", "", 0, 0, "stop recording the clipboard and the screenshot folder", "", {}},
@@ -128,6 +132,15 @@ constexpr std::array<Verb, 22> kVerbs{{
      "Local time, what happened (added, repeated, used, edited, trashed, removed, cleared), and the\n"
      "ids of the items where they are known, with tabs between; until interrupted.",
      {}},
+    {Name::Recognize,
+     "recognize",
+     "[FILE]",
+     0,
+     1,
+     "print the text in a region of the screen or in a picture",
+     "Without a FILE, which may be PNG, JPEG, TIFF or HEIF, one drags a region of the screen. Nothing\n"
+     "is put on the clipboard. Without --fast it is read as the settings say.",
+     {&kFast, &kJsonText}},
 }};
 
 QString optionHelp(const QString& head, const QString& text)
@@ -142,7 +155,7 @@ QString optionHelp(const QString& head, const QString& text)
 
 } // namespace
 
-const std::array<Verb, 22>& allVerbs()
+const std::array<Verb, 23>& allVerbs()
 {
     return kVerbs;
 }

@@ -40,6 +40,7 @@ struct Verb {
         Purge,
         Usage,
         Watch,
+        Recognize,
     };
     static constexpr int kAny = -1;
     static constexpr std::size_t kMostOptions = 5;
@@ -55,7 +56,7 @@ struct Verb {
 };
 
 /// Every verb, in the order of the help.
-[[nodiscard]] const std::array<Verb, 22>& allVerbs();
+[[nodiscard]] const std::array<Verb, 23>& allVerbs();
 /// @returns null for a word that is none.
 [[nodiscard]] const Verb* verbNamed(const QByteArray& word);
 /// What `--help` says of the verb.

@@ -4,6 +4,7 @@
 #include "app/commandline/HandedInFile.h"
 #include "app/commandline/ItemLines.h"
 #include "app/commandline/SearchOptions.h"
+#include "base/FileDescriptor.h"
 
 #include <QCoreApplication>
 #include <QDBusArgument>
@@ -13,6 +14,8 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <cstring>
+#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -70,6 +73,17 @@ QByteArray absoluteFile(const QByteArray& operand)
     if (::getcwd(folder, sizeof folder) == nullptr)
         throw CommandError(ExitStatus::Failed, QStringLiteral("the current folder is gone"));
     return QByteArray(folder) + '/' + operand;
+}
+
+/// @throws CommandError.
+QDBusUnixFileDescriptor openPicture(const QByteArray& operand)
+{
+    // Not to be kept waiting by a named pipe; the descriptor handed over is a copy.
+    const FileDescriptor file(::open(operand.constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
+    if (file.get() < 0)
+        throw CommandError(ExitStatus::Failed, QString::fromLocal8Bit(operand) + QStringLiteral(": ") +
+                                                   QString::fromLocal8Bit(std::strerror(errno)));
+    return QDBusUnixFileDescriptor(file.get());
 }
 
 qint64 number(const QVariantMap& facts, const char* name)
@@ -135,6 +149,8 @@ ExitStatus VerbRunner::perform(const CommandLine& line)
         return facts(QStringLiteral("Usage"), line);
     case Name::Watch:
         return watch();
+    case Name::Recognize:
+        return recognize(line);
     }
     return ExitStatus::WrongUse;
 }
@@ -204,6 +220,26 @@ ExitStatus VerbRunner::show(const CommandLine& line)
         throw CommandError(ExitStatus::Failed,
                            QStringLiteral("a picture is not printed on a terminal; use --output FILE"));
     content.copyTo(STDOUT_FILENO);
+    return ExitStatus::Done;
+}
+
+ExitStatus VerbRunner::recognize(const CommandLine& line)
+{
+    QVariantMap options;
+    if (line.options.contains("fast"))
+        options.insert(QStringLiteral("fast"), true);
+    const bool isRegion = line.operands.isEmpty();
+    const QVariantList arguments =
+        isRegion ? QVariantList{options}
+                 : QVariantList{QVariant::fromValue(openPicture(line.operands.first())), options};
+    const QVariantList answer =
+        m_client.call(isRegion ? QStringLiteral("RecognizeRegion") : QStringLiteral("RecognizePicture"),
+                      arguments, BusClient::Patience::Endless);
+    const QByteArray result = handedIn(answer, 0).bytes();
+    if (line.options.contains("json"))
+        print(result);
+    else
+        print(QJsonDocument::fromJson(result)[QStringLiteral("text")].toString().toUtf8() + '\n');
     return ExitStatus::Done;
 }
 

@@ -28,6 +28,7 @@ private:
     ExitStatus purge(bool everything);
     ExitStatus facts(const QString& method, const CommandLine& line);
     ExitStatus watch();
+    ExitStatus recognize(const CommandLine& line);
     /// Calls the method for each operand, after which further arguments stand.
     ExitStatus forEach(const QByteArrayList& ids, const QString& method, const QVariantList& further);
 

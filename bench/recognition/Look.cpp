@@ -66,8 +66,6 @@ Look makeLook(Dice& dice, Half half, const QString& script, Face face)
     const QString wide = dice.pick(wideFamilies(half, script));
     look.font.setFamilies({latin, wide});
     look.font.setPixelSize(dice.between(kSmallest, kLargest));
-    if (dice.oneIn(2))
-        look.font.setStyleStrategy(QFont::NoSubpixelAntialias);
     look.background = QColor(QLatin1String(colours.background));
     look.text = QColor(QLatin1String(colours.text));
     look.secondary = QColor(QLatin1String(colours.secondary));
@@ -77,6 +75,7 @@ Look makeLook(Dice& dice, Half half, const QString& script, Face face)
                                 : QStringList{QStringLiteral("#1a7a43"), QStringLiteral("#a51d2d")}));
     look.dark = colours.dark;
     look.scale = dice.oneIn(3) ? 2 : 1;
+    look.smoothing = look.scale == 1 && dice.oneIn(2) ? Smoothing::Subpixel : Smoothing::Grey;
     return look;
 }
 

@@ -8,6 +8,10 @@
 namespace tessary::bench {
 
 enum class Half { Tuning, Reporting };
+enum class Smoothing {
+    Grey,
+    Subpixel, ///< With the colours of a panel whose pixels are red, green and blue stripes.
+};
 enum class Face { Proportional, Monospaced };
 
 /// How a picture's text looks: fonts of a desktop, its colours, its scale.
@@ -19,6 +23,7 @@ struct Look {
     QColor card;      ///< For cards, bubbles and rows; `text` is readable on it.
     QColor accent;    ///< For icons and default buttons, with white text on it.
     bool dark = false;
+    Smoothing smoothing = Smoothing::Grey;
     int scale = 1; ///< Device pixels to a logical one.
 };
 

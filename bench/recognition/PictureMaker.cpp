@@ -24,7 +24,7 @@ const QStringList& scripts()
     return kScripts;
 }
 
-/// Fonts as they come, with light hinting, and subpixel colours where the font does not forbid them.
+/// Fonts as they come, with light hinting, whatever the machine's settings.
 void setUpFonts(QTemporaryFile& settings)
 {
     if (!settings.open())
@@ -34,8 +34,6 @@ void setUpFonts(QTemporaryFile& settings)
                    "<match target=\"pattern\">"
                    "<edit name=\"antialias\" mode=\"assign\"><bool>true</bool></edit>"
                    "<edit name=\"hintstyle\" mode=\"assign\"><const>hintslight</const></edit>"
-                   "<edit name=\"rgba\" mode=\"assign\"><const>rgb</const></edit>"
-                   "<edit name=\"lcdfilter\" mode=\"assign\"><const>lcddefault</const></edit>"
                    "</match></fontconfig>");
     settings.flush();
     qputenv("FONTCONFIG_FILE", settings.fileName().toUtf8());

@@ -43,7 +43,8 @@ QList<PictureEntry> readPictureSet(const QString& folder)
     if (!file.open(QIODevice::ReadOnly))
         throw std::runtime_error("cannot read " + file.fileName().toStdString());
     QList<PictureEntry> entries;
-    for (const QJsonValue& value : QJsonDocument::fromJson(file.readAll()).array()) {
+    const QJsonArray list = QJsonDocument::fromJson(file.readAll()).array();
+    for (const auto& value : list) {
         const QJsonObject entry = value.toObject();
         entries.append({entry.value(kFile).toString(), entry.value(kHalf).toString(),
                         entry.value(kGroup).toString(), entry.value(kDetail).toString(),

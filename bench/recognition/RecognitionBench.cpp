@@ -2,59 +2,62 @@
 #include "platform/workers/RecognizerWorker.h"
 
 #include <QCommandLineParser>
+#include <QCoreApplication>
 #include <QFile>
-#include <QGuiApplication>
+#include <QTimer>
+
+#include <qcoro/qcorotask.h>
 
 #include <cstdio>
-#include <exception>
+#include <optional>
 
-/// recognition_bench --folder SET [...]: reads a set of pictures with the real worker program and prints the
-/// error rates, the times and the most memory that the worker had.
+/// recognition_bench: error rates and times of the real recogniser on the pictures of bench/recognition/run.
 namespace tessary::bench {
 namespace {
 
-RunOptions optionsFrom(const QStringList& arguments)
+/// The most memory the process ever had, in MB; 0 when it has gone.
+double peakMegabytes(std::optional<pid_t> process)
 {
-    const auto option = [](const char* name) {
-        return QCommandLineOption(QString::fromLatin1(name), {}, QStringLiteral("value"));
-    };
+    QFile status(QStringLiteral("/proc/%1/status").arg(process.value_or(0)));
+    if (!status.open(QIODevice::ReadOnly))
+        return 0;
+    for (const QByteArray& line : status.readAll().split('\n'))
+        if (line.startsWith("VmHWM:"))
+            return line.mid(6).simplified().split(' ').first().toDouble() / 1024;
+    return 0;
+}
+
+RunOptions optionsFrom(const QCoreApplication& application)
+{
     QCommandLineParser parser;
-    for (const char* name : {"folder", "half", "group", "level", "readings"})
-        parser.addOption(option(name));
-    parser.process(arguments);
-    return {.folder = parser.value(QStringLiteral("folder")),
-            .half = parser.value(QStringLiteral("half")),
-            .group = parser.value(QStringLiteral("group")),
-            .level = parser.value(QStringLiteral("level")),
-            .readings = parser.value(QStringLiteral("readings")).toInt()};
+    const auto add = [&parser](const char* name, const char* description) {
+        parser.addOption(
+            {QString::fromLatin1(name), QString::fromLatin1(description), QString::fromLatin1(name)});
+    };
+    add("folder", "where the pictures are");
+    add("half", "tuning or reporting; both otherwise");
+    add("group", "only that group");
+    add("level", "accurate or fast; both otherwise");
+    add("readings", "show what was read of so many pictures, the worst first");
+    parser.process(application);
+    return {parser.value(QStringLiteral("folder")), parser.value(QStringLiteral("half")),
+            parser.value(QStringLiteral("group")), parser.value(QStringLiteral("level")),
+            parser.value(QStringLiteral("readings")).toInt()};
 }
 
-/// The most memory that a process has held, as the system tells it.
-QByteArray mostMemory(pid_t process)
+/// Ends the program when it is done. QCoro's own waiting would never end after an error.
+QCoro::Task<> run(RecognizerWorker* recognizer, RunOptions options)
 {
-    constexpr const char* kLine = "VmHWM:";
-    QFile status(QStringLiteral("/proc/%1/status").arg(process));
-    if (status.open(QIODevice::ReadOnly))
-        for (const QByteArray& line : status.readAll().split('\n'))
-            if (line.startsWith(kLine))
-                return line.mid(qstrlen(kLine)).simplified();
-    return QByteArrayLiteral("unknown");
-}
-
-QCoro::Task<int> run(RecognizerWorker* recognizer, RunOptions options)
-{
+    int status = 0;
     try {
-        auto work = runRecognition(recognizer, options);
-        const RecognitionTable table = co_await work;
-        std::printf("%s\nmost memory of the worker: %s\n", qUtf8Printable(table.text()),
-                    mostMemory(recognizer->workerProcessId().value_or(0)).constData());
-        co_return 0;
-    } catch (const Error& error) {
-        std::fprintf(stderr, "%s\n", qUtf8Printable(error.localizedDescription()));
+        const RecognitionTable table = co_await runRecognition(recognizer, options);
+        std::printf("%s", qUtf8Printable(table.text()));
+        std::printf("peak memory of the worker: %.0f MB\n", peakMegabytes(recognizer->workerProcessId()));
     } catch (const std::exception& error) {
-        std::fprintf(stderr, "%s\n", error.what());
+        std::fprintf(stderr, "recognition_bench: %s\n", error.what());
+        status = 1;
     }
-    co_return 1;
+    QCoreApplication::exit(status);
 }
 
 } // namespace
@@ -62,12 +65,14 @@ QCoro::Task<int> run(RecognizerWorker* recognizer, RunOptions options)
 
 int main(int argc, char** argv)
 {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    const QGuiApplication application(argc, argv);
-    tessary::RecognizerWorker recognizer({.program = QStringLiteral(TESSARY_RECOGNIZER_PROGRAM)});
-    QObject context;
-    QCoro::connect(
-        tessary::bench::run(&recognizer, tessary::bench::optionsFrom(QGuiApplication::arguments())), &context,
-        [](int code) { QGuiApplication::exit(code); });
-    return QGuiApplication::exec();
+    using namespace tessary;
+    QCoreApplication application(argc, argv);
+    const bench::RunOptions options = bench::optionsFrom(application);
+    RecognizerWorker::Options worker;
+    worker.program = QStringLiteral(TESSARY_RECOGNIZER_PROGRAM);
+    RecognizerWorker recognizer(worker);
+    std::optional<QCoro::Task<>> running;
+    // Once the loop runs, since leaving it before it does is without effect.
+    QTimer::singleShot(0, &application, [&] { running = bench::run(&recognizer, options); });
+    return QCoreApplication::exec();
 }

@@ -36,6 +36,30 @@ TextRecognitionRequest request(const QString& level)
     return made;
 }
 
+struct Answer {
+    QString text;
+    double milliseconds = 0;
+    bool failed = false;
+};
+
+/// A failure is as good as reading nothing, and the next picture may go better.
+QCoro::Task<Answer> ask(TextRecognizer* recognizer, QString level, QImage picture)
+{
+    QElapsedTimer timer;
+    timer.start();
+    Answer answer;
+    try {
+        const QList<TextObservation> lines = co_await recognizer->perform(request(level), picture);
+        answer.text = joined(lines);
+    } catch (const TextRecognitionError& error) {
+        std::fprintf(stderr, "%s: %s\n", qUtf8Printable(error.localizedDescription()),
+                     qUtf8Printable(error.detail()));
+        answer.failed = true;
+    }
+    answer.milliseconds = static_cast<double>(timer.nsecsElapsed()) / kNanosecondsAMillisecond;
+    co_return answer;
+}
+
 QList<PictureEntry> chosen(const RunOptions& options)
 {
     QList<PictureEntry> entries;
@@ -81,18 +105,16 @@ QCoro::Task<RecognitionTable> runRecognition(TextRecognizer* recognizer, RunOpti
     QList<Reading> readings;
     for (const QString& level : levels) {
         const QImage first = load(options, entries.first());
-        co_await recognizer->perform(request(level), first);
+        co_await ask(recognizer, level, first);
         for (const PictureEntry& entry : entries) {
             const QImage picture = load(options, entry);
-            QElapsedTimer timer;
-            timer.start();
-            const QList<TextObservation> lines = co_await recognizer->perform(request(level), picture);
-            const double milliseconds = static_cast<double>(timer.nsecsElapsed()) / kNanosecondsAMillisecond;
-            const QString text = joined(lines);
-            const CharacterErrors errors = characterErrors(entry.truth, text);
+            const Answer answer = co_await ask(recognizer, level, picture);
+            if (answer.failed)
+                std::printf("failed: %s %s\n", qUtf8Printable(level), qUtf8Printable(entry.file));
+            const CharacterErrors errors = characterErrors(entry.truth, answer.text);
             table.add({entry.half, entry.group, level, errors,
-                       characterErrors(entry.truth, text, Widths::ToldApart), milliseconds});
-            readings.append({entry, level, text, errors});
+                       characterErrors(entry.truth, answer.text, Widths::ToldApart), answer.milliseconds});
+            readings.append({entry, level, answer.text, errors});
         }
     }
     show(readings, options.readings);

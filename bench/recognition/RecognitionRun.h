@@ -17,7 +17,8 @@ struct RunOptions {
 
 /// Reads the set with that recogniser, one picture after another, after one that is not counted, so that the
 /// models are loaded. The languages are those that the program passes, in their order.
-/// @throws TextRecognitionError, std::runtime_error.
+/// A picture that fails counts as one of which nothing was read, and is told on the standard output.
+/// @throws std::runtime_error when there are no such pictures.
 [[nodiscard]] QCoro::Task<RecognitionTable> runRecognition(TextRecognizer* recognizer, RunOptions options);
 
 } // namespace tessary::bench

@@ -64,7 +64,7 @@ Page finish(Sheet& sheet, qreal height)
 /// Icons with their words beside them, two rows.
 Page toolbar(const Scene& scene)
 {
-    Sheet sheet(620, scene.look.scale, scene.look.background);
+    Sheet sheet(620, scene.look, scene.look.background);
     const qreal height = scene.rowHeight() + 8;
     for (int row = 0; row < 2; ++row) {
         const qreal centre = height * row + height / 2;
@@ -85,7 +85,7 @@ Page toolbar(const Scene& scene)
 /// Rows with icons and shortcuts, one of them selected.
 Page menu(const Scene& scene)
 {
-    Sheet sheet(340, scene.look.scale, scene.look.card);
+    Sheet sheet(340, scene.look, scene.look.card);
     const int rows = scene.dice.between(4, 8);
     const int selected = scene.dice.below(rows);
     const QStringList keys{QStringLiteral("Ctrl+C"), QStringLiteral("Ctrl+Shift+V"), QStringLiteral("F5"),
@@ -119,7 +119,7 @@ Page menu(const Scene& scene)
 /// Key words, strings and comments in colours of their own.
 Page code(const Scene& scene)
 {
-    Sheet sheet(660, scene.look.scale, scene.look.background);
+    Sheet sheet(660, scene.look, scene.look.background);
     const bool dark = scene.look.dark;
     const QColor word(QLatin1String(dark ? "#7fa8ff" : "#0033b3"));
     const QColor quoted(QLatin1String(dark ? "#98c379" : "#067d17"));
@@ -160,7 +160,7 @@ Page code(const Scene& scene)
 /// Bubbles at the left and, coloured, at the right, with round pictures of people.
 Page chat(const Scene& scene)
 {
-    Sheet sheet(460, scene.look.scale, scene.look.background);
+    Sheet sheet(460, scene.look, scene.look.background);
     qreal top = 10;
     for (int message = 0; message < 4 && top < 330; ++message) {
         const bool mine = message % 2 == 1;
@@ -180,7 +180,7 @@ Page chat(const Scene& scene)
 /// Ruled columns with a head, numbers in the last.
 Page table(const Scene& scene)
 {
-    Sheet sheet(600, scene.look.scale, scene.look.background);
+    Sheet sheet(600, scene.look, scene.look.background);
     const bool ruled = scene.dice.oneIn(2);
     const int rows = scene.dice.between(4, 7);
     qreal top = 0;
@@ -210,7 +210,7 @@ Page table(const Scene& scene)
 /// A question with an icon, and two buttons.
 Page dialog(const Scene& scene)
 {
-    Sheet sheet(480, scene.look.scale, scene.look.background);
+    Sheet sheet(480, scene.look, scene.look.background);
     sheet.symbol({20, 38}, QStringLiteral("exclamationmark.triangle.fill"), 32, scene.look.accent);
     qreal top = 20;
     top += sheet.paragraph({68, top}, 390, scene.label(), scene.bold(), scene.look.text) + 8;
@@ -234,7 +234,7 @@ Page dialog(const Scene& scene)
 /// Prompts in colour with messages of programs under them.
 Page terminal(const Scene& scene)
 {
-    Sheet sheet(640, scene.look.scale, scene.look.background);
+    Sheet sheet(640, scene.look, scene.look.background);
     const QFontMetricsF metrics(scene.look.font);
     const QStringList commands{QStringLiteral("sudo apt-get update"), QStringLiteral("ls -l /usr/share/doc"),
                                QStringLiteral("git log --oneline -5"),
@@ -257,7 +257,7 @@ Page terminal(const Scene& scene)
 /// Cards of rows with a word at the left, its value or a switch at the right.
 Page settings(const Scene& scene)
 {
-    Sheet sheet(540, scene.look.scale, scene.look.background);
+    Sheet sheet(540, scene.look, scene.look.background);
     qreal top = 12;
     top += sheet.paragraph({24, top}, 500, scene.label(), scene.bold(), scene.look.text) + 8;
     const int rows = scene.dice.between(3, 5);
@@ -286,7 +286,7 @@ Page settings(const Scene& scene)
 /// Bands of several colours, dark and light, as banners and web pages have them.
 Page bands(const Scene& scene)
 {
-    Sheet sheet(580, scene.look.scale, scene.look.background);
+    Sheet sheet(580, scene.look, scene.look.background);
     qreal top = 0;
     const qreal height = scene.rowHeight() + 10;
     const auto band = [&](const QColor& fill, const QColor& colour, const QFont& font) {

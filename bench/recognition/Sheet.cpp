@@ -6,19 +6,45 @@
 #include <QTextLayout>
 #include <QTextOption>
 
+#include <algorithm>
+#include <array>
 #include <cmath>
 
 namespace tessary::bench {
 namespace {
 
 constexpr int kTallest = 1200;
+constexpr int kStripes = 3;
 
 QImage blank(int width, int scale, const QColor& background)
 {
-    // Opaque, or text would not have its subpixel colours.
-    QImage image(width * scale, kTallest * scale, QImage::Format_RGB32);
+    QImage image(width, kTallest * scale, QImage::Format_RGB32);
     image.setDevicePixelRatio(scale);
     image.fill(background);
+    return image;
+}
+
+/// Each colour of a pixel is seen through its own stripe and a little of the neighbours, which is how font
+/// renderers keep the fringes faint. Qt draws subpixel text on windows only, hence by hand.
+QImage throughStripes(const QImage& wide)
+{
+    constexpr std::array kWeights{0x08, 0x4D, 0x56, 0x4D, 0x08};
+    constexpr int kSum = 0x100;
+    QImage image(wide.width() / kStripes, wide.height(), QImage::Format_RGB32);
+    for (int y = 0; y < image.height(); ++y) {
+        const auto* from = reinterpret_cast<const QRgb*>(wide.constScanLine(y));
+        auto* to = reinterpret_cast<QRgb*>(image.scanLine(y));
+        for (int x = 0; x < image.width(); ++x) {
+            std::array<int, kStripes> colour{};
+            for (int stripe = 0; stripe < kStripes; ++stripe)
+                for (int tap = 0; tap < static_cast<int>(kWeights.size()); ++tap) {
+                    const QRgb seen = from[std::clamp(x * kStripes + stripe + tap - 2, 0, wide.width() - 1)];
+                    const int value = stripe == 0 ? qRed(seen) : stripe == 1 ? qGreen(seen) : qBlue(seen);
+                    colour.at(static_cast<size_t>(stripe)) += kWeights.at(static_cast<size_t>(tap)) * value;
+                }
+            to[x] = qRgb(colour[0] / kSum, colour[1] / kSum, colour[2] / kSum);
+        }
+    }
     return image;
 }
 
@@ -46,13 +72,16 @@ qreal bottomOf(const QTextLayout& layout)
 
 } // namespace
 
-Sheet::Sheet(int width, int scale, const QColor& background)
+Sheet::Sheet(int width, const Look& look, const QColor& background)
     : m_width(width),
-      m_scale(scale),
-      m_image(blank(width, scale, background)),
+      m_scale(look.scale),
+      m_stripes(look.smoothing == Smoothing::Subpixel ? kStripes : 1),
+      m_image(blank(width * look.scale * m_stripes, look.scale, background)),
       m_painter(&m_image)
 {
     m_painter.setRenderHint(QPainter::Antialiasing);
+    m_painter.setRenderHint(QPainter::SmoothPixmapTransform);
+    m_painter.scale(m_stripes, 1);
 }
 
 qreal Sheet::heightOf(const QString& text, const QFont& font, qreal width, qreal lineHeight) const
@@ -120,8 +149,9 @@ QImage Sheet::finish(qreal height)
 {
     endRow();
     m_painter.end();
-    return m_image.copy(0, 0, m_image.width(),
-                        std::min(static_cast<int>(std::ceil(height)), kTallest) * m_scale);
+    const int rows = std::min(static_cast<int>(std::ceil(height)), kTallest) * m_scale;
+    const QImage cut = m_image.copy(0, 0, m_image.width(), rows);
+    return m_stripes == 1 ? cut : throughStripes(cut);
 }
 
 } // namespace tessary::bench

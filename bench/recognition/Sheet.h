@@ -1,5 +1,7 @@
 #pragma once
 
+#include "bench/recognition/Look.h"
+
 #include <QFont>
 #include <QImage>
 #include <QPainter>
@@ -11,7 +13,7 @@ namespace tessary::bench {
 class Sheet {
 public:
     /// High enough for anything; `finish` cuts it.
-    Sheet(int width, int scale, const QColor& background);
+    Sheet(int width, const Look& look, const QColor& background);
 
     [[nodiscard]] int width() const { return m_width; }
     [[nodiscard]] QPainter& painter() { return m_painter; }
@@ -36,6 +38,7 @@ public:
 private:
     const int m_width;
     const int m_scale;
+    const int m_stripes; ///< Columns of the picture in the making to one of the finished one.
     QImage m_image;
     QPainter m_painter;
     QStringList m_truth;

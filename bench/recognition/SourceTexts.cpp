@@ -13,7 +13,8 @@ namespace {
 QStringList strings(const QJsonValue& value)
 {
     QStringList texts;
-    for (const QJsonValue& text : value.toArray())
+    const QJsonArray array = value.toArray();
+    for (const auto& text : array)
         texts.append(text.toString());
     return texts;
 }

@@ -14,7 +14,7 @@ Page textPage(Dice& dice, Half half, const QString& script, Mixture mixture, Sou
     const Look look = makeLook(dice, half, script, face);
     const QString kind = mixture == Mixture::WithLatin ? QStringLiteral("mixed-") + script : script;
     const int margin = dice.between(6, 24);
-    Sheet sheet(dice.between(260, 640), look.scale, look.background);
+    Sheet sheet(dice.between(260, 640), look, look.background);
     qreal top = margin;
     qreal left = margin;
     qreal width = sheet.width() - 2 * margin;

@@ -8,7 +8,7 @@ _tessary() {
         images textItems trash'
     local sorts='relevance newest oldest recentlyUsed fileSize'
     local verbs='toggle settings pause resume status search show copy paste import tag note favorite
-        unfavorite pin unpin trash export restore purge usage watch'
+        unfavorite pin unpin trash export restore purge usage watch recognize'
     COMPREPLY=()
 
     if ((COMP_CWORD == 1)); then
@@ -26,9 +26,10 @@ _tessary() {
                 show:-*) words='--output --json --help' ;;
                 status:-* | usage:-*) words='--json --help' ;;
                 purge:-*) words='--all --help' ;;
+                recognize:-*) words='--fast --json --help' ;;
                 -*) return ;;
                 *:-*) words='--help' ;;
-                import:*) _tessary_files -f; return ;;
+                import:* | recognize:*) _tessary_files -f; return ;;
                 export:* | restore:*) _tessary_files -d; return ;;
                 *) return ;;
             esac

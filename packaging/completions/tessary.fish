@@ -36,6 +36,7 @@ complete -c tessary -n __tessary_has_no_verb -a restore -d 'Add an exported libr
 complete -c tessary -n __tessary_has_no_verb -a purge -d 'Remove for good what is in the trash'
 complete -c tessary -n __tessary_has_no_verb -a usage -d 'Print how much space the library takes'
 complete -c tessary -n __tessary_has_no_verb -a watch -d 'Print the changes of the library'
+complete -c tessary -n __tessary_has_no_verb -a recognize -d 'Print the text in a region of the screen or in a picture'
 
 complete -c tessary -n '__tessary_verb_is search' -x -l scope -d 'Which items' \
     -a 'all recentlyUsed today last7Days last30Days favorites landscape portrait largeImages images textItems trash'
@@ -43,8 +44,9 @@ complete -c tessary -n '__tessary_verb_is search' -x -l sort -d 'In which order'
     -a 'relevance newest oldest recentlyUsed fileSize'
 complete -c tessary -n '__tessary_verb_is search' -x -l limit -d 'At most so many'
 complete -c tessary -n '__tessary_verb_is search' -x -l offset -d 'Leave so many out'
-complete -c tessary -n '__tessary_verb_is search show status usage' -l json -d 'Print JSON'
+complete -c tessary -n '__tessary_verb_is search show status usage recognize' -l json -d 'Print JSON'
 complete -c tessary -n '__tessary_verb_is show' -r -F -l output -d 'Write to a file'
 complete -c tessary -n '__tessary_verb_is purge' -l all -d 'All of the trash'
-complete -c tessary -n '__tessary_verb_is import' -F
+complete -c tessary -n '__tessary_verb_is recognize' -l fast -d 'Read fast rather than accurately'
+complete -c tessary -n '__tessary_verb_is import recognize' -F
 complete -c tessary -n '__tessary_verb_is export restore' -x -a '(__fish_complete_directories)'

@@ -1,8 +1,10 @@
 #include "platform/linux/TaskService.h"
 
-#include "platform/Permissions.h"
+#include <qcoro/qcorodbuspendingcall.h>
 
+#include <QDBusError>
 #include <QDBusMessage>
+#include <QDBusPendingCall>
 #include <QRegularExpression>
 
 #include <array>
@@ -10,8 +12,7 @@
 namespace tessary {
 namespace {
 
-constexpr int kPatience = 2000;       // milliseconds for the bus itself
-constexpr int kStartPatience = 20000; // milliseconds; a cold start reads a lot
+constexpr int kPatience = 2000; // milliseconds for the bus itself
 
 QDBusMessage busCall(const QString& method)
 {
@@ -47,12 +48,6 @@ QCoro::Task<bool> TaskService::isReachable()
     co_return co_await asking;
 }
 
-QCoro::Task<> TaskService::start()
-{
-    auto starting = m_lane.post([this] { startNow(); });
-    co_await starting;
-}
-
 QStringList TaskService::parts() const
 {
     if (!m_connection.open())
@@ -74,22 +69,40 @@ QStringList TaskService::names(const QString& method) const
     return answer.arguments().value(0).toStringList();
 }
 
-void TaskService::startNow() const
+QCoro::Task<TaskService::Answer> TaskService::wake(QDeadlineTimer deadline)
 {
-    const QStringList all = parts();
+    auto asking = m_lane.post([this] { return parts(); });
+    const QStringList all = co_await asking;
     if (all.size() != qsizetype(partNames().size()))
-        throw PermissionError(PermissionError::Case::NoTaskService);
-    const QStringList running = names(QStringLiteral("ListNames"));
+        co_return Answer::Absent;
     for (const QString& name : all) {
-        if (running.contains(name))
-            continue;
-        QDBusMessage request = busCall(QStringLiteral("StartServiceByName"));
-        request.setArguments({name, 0U});
-        const QDBusMessage answer = m_connection.bus().call(request, QDBus::Block, kStartPatience);
-        if (answer.type() == QDBusMessage::ErrorMessage) {
-            qInfo("The task service did not start: %s", qUtf8Printable(answer.errorName()));
-            throw PermissionError(PermissionError::Case::TaskServiceFailed);
-        }
+        const Answer answer = co_await ping(name, deadline);
+        if (answer != Answer::Awake)
+            co_return answer;
+    }
+    co_return Answer::Awake;
+}
+
+QCoro::Task<TaskService::Answer> TaskService::ping(QString name, QDeadlineTimer deadline)
+{
+    const QDBusMessage question =
+        QDBusMessage::createMethodCall(name, QStringLiteral("/org/gnome/evolution/dataserver"),
+                                       QStringLiteral("org.freedesktop.DBus.Peer"), QStringLiteral("Ping"));
+    const int patience = std::max(1, static_cast<int>(deadline.remainingTime()));
+    const QDBusPendingCall call = m_connection.bus().asyncCall(question, patience);
+    const QDBusMessage answer = co_await call;
+    if (answer.type() != QDBusMessage::ErrorMessage)
+        co_return Answer::Awake;
+    qInfo("The task service does not answer: %s", qUtf8Printable(answer.errorName()));
+    switch (QDBusError(answer).type()) {
+    case QDBusError::AccessDenied:
+        co_return Answer::Refused;
+    case QDBusError::NoReply:
+    case QDBusError::Timeout:
+    case QDBusError::TimedOut:
+        co_return Answer::Silent;
+    default:
+        co_return Answer::Absent;
     }
 }
 

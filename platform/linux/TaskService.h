@@ -3,6 +3,7 @@
 #include "base/SerialLane.h"
 #include "platform/linux/OwnBusConnection.h"
 
+#include <QDeadlineTimer>
 #include <QStringList>
 
 #include <qcoro/qcorotask.h>
@@ -20,14 +21,20 @@ public:
     /// Whether it runs or can be started by asking it; false also when there is no bus, or none that answers
     /// within two seconds.
     [[nodiscard]] QCoro::Task<bool> isReachable();
-    /// Sees to it that it runs. @throws PermissionError.
-    [[nodiscard]] QCoro::Task<> start();
+    enum class Answer {
+        Awake,   ///< It runs now.
+        Absent,  ///< There is none, or it does not start.
+        Refused, ///< The bus does not let us talk to it.
+        Silent,  ///< It did not answer in time.
+    };
+    /// Sees to it that it runs, and hears from it.
+    [[nodiscard]] QCoro::Task<Answer> wake(QDeadlineTimer deadline);
 
 private:
     /// The bus names of both its parts that there are.
     [[nodiscard]] QStringList parts() const;
     [[nodiscard]] QStringList names(const QString& method) const;
-    void startNow() const;
+    [[nodiscard]] QCoro::Task<Answer> ping(QString name, QDeadlineTimer deadline);
 
     OwnBusConnection m_connection;
     SerialLane m_lane;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/Permissions.h"
+#include "platform/ReminderStore.h"
 #include "platform/testing/NextTurn.h"
 
 #include <QStringList>
@@ -19,6 +20,11 @@ public:
         co_await NextTurn();
         co_return state;
     }
+    [[nodiscard]] QCoro::Task<bool> hasScreenRecording() override
+    {
+        co_await NextTurn();
+        co_return m_state.screenRecording;
+    }
     [[nodiscard]] QCoro::Task<bool> requestScreenRecording() override
     {
         co_return co_await request(QStringLiteral("screen"), &PermissionState::screenRecording);
@@ -35,7 +41,7 @@ public:
     void setState(PermissionState state) { m_state = state; }
     /// Requests are granted from now on.
     void grantRequests() { m_grants = true; }
-    void failRequestsWith(PermissionError::Case failure) { m_failure = failure; }
+    void failRequestsWith(ReminderStoreError::Case failure) { m_failure = failure; }
     [[nodiscard]] int probes() const { return m_probes; }
     [[nodiscard]] const QStringList& requests() const { return m_requests; }
 
@@ -45,7 +51,7 @@ private:
         m_requests.append(name);
         co_await NextTurn();
         if (m_failure)
-            throw PermissionError(*m_failure);
+            throw ReminderStoreError(*m_failure);
         if (m_grants)
             m_state.*permission = true;
         co_return m_state.*permission;
@@ -53,7 +59,7 @@ private:
 
     PermissionState m_state;
     bool m_grants = false;
-    std::optional<PermissionError::Case> m_failure;
+    std::optional<ReminderStoreError::Case> m_failure;
     int m_probes = 0;
     QStringList m_requests;
 };

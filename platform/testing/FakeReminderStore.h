@@ -32,7 +32,8 @@ public:
     QCoro::Task<std::optional<QString>> defaultList() override
     {
         co_await NextTurn();
-        co_return list;
+        const std::optional<QString> found = list; // a copy: g++ 12 moves members out
+        co_return found;
     }
     QCoro::Task<> save(NewReminder reminder) override
     {

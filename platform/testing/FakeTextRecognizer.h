@@ -35,7 +35,8 @@ public:
         --running;
         if (failure)
             throw TextRecognitionError(*failure);
-        co_return observations;
+        const QList<TextObservation> read = observations; // a copy: g++ 12 moves members out
+        co_return read;
     }
 };
 

@@ -18,6 +18,19 @@ public:
     void setListed(quintptr window, bool isListed) override { listed[window].append(isListed); }
     void setInputRegion(quintptr, const QRect& region, qreal) override { inputRegion = region; }
     void activate(quintptr window) override { activated = window; }
+    [[nodiscard]] bool takeInput(quintptr window) override
+    {
+        ++attempts;
+        if (isInputTaken)
+            return false;
+        inputWindow = window;
+        return true;
+    }
+    void releaseInput(quintptr window) override
+    {
+        if (inputWindow == window)
+            inputWindow = 0;
+    }
 
     void setComposited(bool isComposited)
     {
@@ -29,6 +42,9 @@ public:
     QRect inputRegion;
     quintptr floating = 0;
     quintptr activated = 0;
+    quintptr inputWindow = 0;  ///< That has pointer and keyboard for itself.
+    bool isInputTaken = false; ///< By another program.
+    int attempts = 0;          ///< To take them.
 
 private:
     bool m_isComposited = false;

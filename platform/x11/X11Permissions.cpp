@@ -44,8 +44,8 @@ PermissionState probeNow()
 
 } // namespace
 
-X11Permissions::X11Permissions(const QString& busAddress)
-    : m_tasks(busAddress),
+X11Permissions::X11Permissions(ReminderStore* reminders)
+    : m_reminders(reminders),
       m_lane(QStringLiteral("tessary-permits"))
 {
 }
@@ -59,13 +59,31 @@ QCoro::Task<PermissionState> X11Permissions::probeServer()
 
 QCoro::Task<PermissionState> X11Permissions::probe()
 {
-    auto asking = m_tasks.isReachable(); // both at once
+    auto asking = canWriteReminders(); // both at once
     PermissionState state = co_await probeServer();
     state.reminders = co_await asking;
     co_return state;
 }
 
+QCoro::Task<bool> X11Permissions::canWriteReminders()
+{
+    if (m_reminders == nullptr)
+        co_return false;
+    try {
+        const ReminderAuthorization status = co_await m_reminders->authorizationStatus();
+        co_return status == ReminderAuthorization::FullAccess || status == ReminderAuthorization::WriteOnly;
+    } catch (const ReminderStoreError& error) {
+        qInfo("Nobody says whether reminders can be written: %s", qUtf8Printable(error.detail()));
+    }
+    co_return false;
+}
+
 QCoro::Task<bool> X11Permissions::requestScreenRecording()
+{
+    return hasScreenRecording(); // nobody is asked here
+}
+
+QCoro::Task<bool> X11Permissions::hasScreenRecording()
 {
     const PermissionState state = co_await probeServer();
     co_return state.screenRecording;
@@ -79,8 +97,10 @@ QCoro::Task<bool> X11Permissions::requestAccessibility()
 
 QCoro::Task<bool> X11Permissions::requestReminders()
 {
-    co_await m_tasks.start();
-    co_return true;
+    if (m_reminders == nullptr)
+        throw ReminderStoreError(ReminderStoreError::Case::Unavailable);
+    const bool isGranted = co_await m_reminders->requestFullAccess();
+    co_return isGranted;
 }
 
 } // namespace tessary

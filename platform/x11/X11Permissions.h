@@ -2,7 +2,7 @@
 
 #include "base/SerialLane.h"
 #include "platform/Permissions.h"
-#include "platform/linux/TaskService.h"
+#include "platform/ReminderStore.h"
 
 namespace tessary {
 
@@ -11,10 +11,11 @@ namespace tessary {
 /// short-lived connection, on a thread of its own.
 class X11Permissions : public Permissions {
 public:
-    /// @param busAddress of the bus with the service for tasks; empty means the session bus.
-    explicit X11Permissions(const QString& busAddress = {});
+    /// @param reminders are asked themselves; without them no tasks can be written.
+    explicit X11Permissions(ReminderStore* reminders = nullptr);
 
     [[nodiscard]] QCoro::Task<PermissionState> probe() override;
+    [[nodiscard]] QCoro::Task<bool> hasScreenRecording() override;
     [[nodiscard]] QCoro::Task<bool> requestScreenRecording() override;
     [[nodiscard]] QCoro::Task<bool> requestAccessibility() override;
     [[nodiscard]] QCoro::Task<bool> requestReminders() override;
@@ -22,8 +23,9 @@ public:
 private:
     /// All but the reminders.
     [[nodiscard]] QCoro::Task<PermissionState> probeServer();
+    [[nodiscard]] QCoro::Task<bool> canWriteReminders();
 
-    TaskService m_tasks;
+    ReminderStore* m_reminders;
     SerialLane m_lane;
 };
 

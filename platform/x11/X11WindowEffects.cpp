@@ -22,11 +22,14 @@ xcb_connection_t* qtConnection()
     return application != nullptr ? application->connection() : nullptr;
 }
 
-bool isShown(quintptr window)
+/// The window of ours with that identifier, if it is shown; else null.
+QWindow* shownWindow(quintptr window)
 {
     const QWindowList windows = QGuiApplication::topLevelWindows();
-    return std::any_of(windows.cbegin(), windows.cend(),
-                       [window](const QWindow* one) { return one->isVisible() && one->winId() == window; });
+    const auto found = std::find_if(windows.cbegin(), windows.cend(), [window](const QWindow* one) {
+        return one->isVisible() && one->winId() == window;
+    });
+    return found != windows.cend() ? *found : nullptr;
 }
 
 } // namespace
@@ -103,7 +106,7 @@ void X11WindowEffects::setListed(quintptr window, bool isListed)
 {
     if (qtConnection() == nullptr)
         return;
-    if (isShown(window))
+    if (shownWindow(window) != nullptr)
         requestStates(window, isListed);
     else if (!isListed)
         append(window, {m_floatingStates.skipTaskbar, m_floatingStates.skipPager});
@@ -154,6 +157,26 @@ void X11WindowEffects::setInputRegion(quintptr window, const QRect& region, qrea
 void X11WindowEffects::activate(quintptr window)
 {
     m_loop.post([this, window] { m_activation.request(static_cast<xcb_window_t>(window)); });
+}
+
+/// Through Qt, which has to hear the events of the grabbed devices.
+bool X11WindowEffects::takeInput(quintptr window)
+{
+    QWindow* const taker = shownWindow(window);
+    if (taker == nullptr || !taker->setKeyboardGrabEnabled(true))
+        return false;
+    if (taker->setMouseGrabEnabled(true))
+        return true;
+    taker->setKeyboardGrabEnabled(false);
+    return false;
+}
+
+void X11WindowEffects::releaseInput(quintptr window)
+{
+    if (QWindow* const taker = shownWindow(window)) {
+        taker->setMouseGrabEnabled(false);
+        taker->setKeyboardGrabEnabled(false);
+    }
 }
 
 } // namespace tessary

@@ -21,6 +21,8 @@ public:
     void setListed(quintptr window, bool isListed) override;
     void setInputRegion(quintptr window, const QRect& region, qreal devicePixelRatio) override;
     void activate(quintptr window) override;
+    [[nodiscard]] bool takeInput(quintptr window) override;
+    void releaseInput(quintptr window) override;
 
 private:
     void watchCompositor();

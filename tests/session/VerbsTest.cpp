@@ -271,6 +271,40 @@ TEST_F(VerbsTest, WatchPrintsALineForEachChange)
     EXPECT_EQ(watch->exitCode(), 1); // there is nothing to watch any more
 }
 
+TEST_F(VerbsTest, RecognisesTheTextInAPicture)
+{
+    const QString page = scratch(QStringLiteral("a page.png"));
+    const Said drawn =
+        shell(QStringLiteral("convert -background white -fill black -pointsize 18 "
+                             "-font /usr/share/fonts-droid-fallback/truetype/DroidSansFallback.ttf "
+                             "label:'会议改到周五下午' -font DejaVu-Sans label:'meeting on Friday' "
+                             "-append -bordercolor white -border 12x12 '%1'")
+                  .arg(page));
+    ASSERT_EQ(drawn.status, 0) << qPrintable(drawn.text);
+    start();
+    const QString text = QStringLiteral("会议改到周五下午\nmeeting on Friday");
+    EXPECT_EQ(ask({QStringLiteral("recognize"), page}).text, text + QLatin1Char('\n'));
+    const Said said =
+        ask({QStringLiteral("recognize"), QStringLiteral("--fast"), QStringLiteral("--json"), page});
+    EXPECT_EQ(said.status, 0);
+    const QJsonObject result = QJsonDocument::fromJson(said.text.toUtf8()).object();
+    EXPECT_EQ(result.value(QStringLiteral("text")).toString(), text);
+    EXPECT_GT(result.value(QStringLiteral("width")).toInt(), 100);
+    const QJsonArray lines = result.value(QStringLiteral("lines")).toArray();
+    ASSERT_EQ(lines.size(), 2);
+    EXPECT_LT(lines.at(0)[QStringLiteral("y")].toInt(), lines.at(1)[QStringLiteral("y")].toInt());
+    EXPECT_EQ(library().items().size(), 0); // nothing is copied or kept
+
+    QImage blank(200, 100, QImage::Format_RGB32);
+    blank.fill(Qt::white);
+    writeFile(scratch(QStringLiteral("blank.png")), pngOf(blank));
+    expectRefused(1, {QStringLiteral("recognize"), scratch(QStringLiteral("blank.png"))});
+    expectRefused(1, {QStringLiteral("recognize"), scratch(QStringLiteral("none.png"))});
+    writeFile(scratch(QStringLiteral("text.png")), QByteArrayLiteral("no picture"));
+    expectRefused(1, {QStringLiteral("recognize"), scratch(QStringLiteral("text.png"))});
+    expectRefused(2, {QStringLiteral("recognize"), page, page});
+}
+
 TEST_F(VerbsTest, WithoutABusOrADisplayItSaysSoInOneLine)
 {
     const QString bus = environment().value(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"));

@@ -12,8 +12,11 @@
 #include "platform/testing/FakePasteboard.h"
 #include "platform/testing/FakePermissions.h"
 #include "platform/testing/FakePrivacySettings.h"
+#include "platform/testing/FakeReminderStore.h"
+#include "platform/testing/FakeScreenCapture.h"
 #include "platform/testing/FakeScreenshotToolDefaults.h"
 #include "platform/testing/FakeStandardFolders.h"
+#include "platform/testing/FakeTextRecognizer.h"
 #include "platform/testing/FakeUserDefaults.h"
 #include "platform/testing/FakeWorkspace.h"
 #include "tests/support/TemporaryFolder.h"
@@ -38,9 +41,12 @@ struct FakePlatform {
     FakeKeystrokeSender keystrokes;
     FakeLoginItem loginItem;
     FakePrivacySettings privacySettings;
-    Platform platform{clock,       pasteboard,     workspace,  codec,     icons,
-                      defaults,    screenshotTool, folders,    hotKeys,   permissions,
-                      directories, fileManager,    keystrokes, loginItem, privacySettings};
+    FakeScreenCapture screens;
+    FakeTextRecognizer recognizer;
+    FakeReminderStore reminders;
+    Platform platform{clock,          pasteboard, workspace,       codec,       icons,       defaults,
+                      screenshotTool, folders,    hotKeys,         permissions, directories, fileManager,
+                      keystrokes,     loginItem,  privacySettings, screens,     recognizer,  reminders};
 };
 
 } // namespace tessary::testing

@@ -1,6 +1,8 @@
 #pragma once
 
 #include "app/WindowPresenter.h"
+#include "recognition/RecognitionResult.h"
+#include "tests/support/FakeRegionSelector.h"
 
 namespace tessary::testing {
 
@@ -12,12 +14,22 @@ public:
     void hideQuickSearch() override { isVisible = false; }
     void showSettings() override { ++settingsShown; }
     void showPreview(const ScreenshotRecord&) override { ++previews; }
-    void showRegionSelection() override { ++selections; }
+    [[nodiscard]] RegionSelector& regionSelector() override { return selector; }
+    void showRecognitionResult(const RecognitionResult& result) override { results.append(result); }
+    bool withdraw() override
+    {
+        ++withdrawn;
+        return false;
+    }
+    void restore() override { ++restored; }
 
     bool isVisible = false;
     int settingsShown = 0;
     int previews = 0;
-    int selections = 0;
+    int withdrawn = 0;
+    int restored = 0;
+    FakeRegionSelector selector;
+    QList<RecognitionResult> results;
 };
 
 } // namespace tessary::testing

@@ -11,6 +11,9 @@
 namespace tessary {
 namespace {
 
+constexpr int kEdge = 6;    // how far inside an edge the pointer takes hold of it
+constexpr int kCorner = 16; // of which so much at its ends takes both edges
+
 /// The line around a window that has no shadow; above everything and touched by nothing.
 class WindowEdge : public QWidget {
 public:
@@ -66,8 +69,52 @@ void FramedWindow::setComposited(bool isComposited)
         destroy();
     setAttribute(Qt::WA_TranslucentBackground, isComposited);
     setAttribute(Qt::WA_NoSystemBackground, isComposited);
-    setFixedBodySize(size);
+    if (m_sizes)
+        setBodySizes(size, m_sizes->smallest, m_sizes->largest);
+    else
+        setFixedBodySize(size);
     moveBody(place);
+}
+
+void FramedWindow::setBodySizes(const QSize& size, const QSize& smallest, const QSize& largest)
+{
+    m_sizes = Sizes{smallest, largest};
+    setAttribute(Qt::WA_Hover);
+    const QSize around(2 * margin(), 2 * margin());
+    m_body->resize(size);
+    setMinimumSize(smallest + around);
+    setMaximumSize(largest + around);
+    resize(size + around);
+    layOut();
+}
+
+Qt::Edges FramedWindow::edgesAt(const QPoint& position) const
+{
+    const QRect body = m_body->geometry();
+    if (!m_sizes || !body.contains(position))
+        return {};
+    const auto within = [&](int reach) {
+        Qt::Edges edges;
+        edges.setFlag(Qt::LeftEdge, position.x() - body.left() < reach);
+        edges.setFlag(Qt::RightEdge, body.right() - position.x() < reach);
+        edges.setFlag(Qt::TopEdge, position.y() - body.top() < reach);
+        edges.setFlag(Qt::BottomEdge, body.bottom() - position.y() < reach);
+        return edges;
+    };
+    return within(kEdge) ? within(kCorner) : Qt::Edges();
+}
+
+void FramedWindow::showEdgeCursor(const QPoint& position)
+{
+    const Qt::Edges edges = edgesAt(position);
+    if (!edges)
+        return unsetCursor();
+    const bool sideways = edges.testAnyFlags(Qt::LeftEdge | Qt::RightEdge);
+    const bool upright = edges.testAnyFlags(Qt::TopEdge | Qt::BottomEdge);
+    if (!sideways || !upright)
+        return setCursor(sideways ? Qt::SizeHorCursor : Qt::SizeVerCursor);
+    const bool falling = edges.testFlag(Qt::LeftEdge) == edges.testFlag(Qt::TopEdge);
+    setCursor(falling ? Qt::SizeFDiagCursor : Qt::SizeBDiagCursor);
 }
 
 void FramedWindow::setFixedBodySize(const QSize& size)
@@ -127,6 +174,11 @@ void FramedWindow::paintEvent(QPaintEvent*)
 
 void FramedWindow::mousePressEvent(QMouseEvent* event)
 {
+    const Qt::Edges edges = event->button() == Qt::LeftButton ? edgesAt(event->pos()) : Qt::Edges();
+    if (edges && windowHandle() != nullptr) {
+        m_isMoving = windowHandle()->startSystemResize(edges);
+        return;
+    }
     m_grip = event->button() == Qt::LeftButton ? std::optional(event->pos()) : std::nullopt;
 }
 
@@ -144,6 +196,8 @@ bool FramedWindow::event(QEvent* event)
 {
     if (event->type() == QEvent::WindowActivate || event->type() == QEvent::Enter)
         m_isMoving = false;
+    if (m_sizes && (event->type() == QEvent::HoverMove || event->type() == QEvent::HoverEnter))
+        showEdgeCursor(static_cast<QHoverEvent*>(event)->position().toPoint());
     return QWidget::event(event);
 }
 

@@ -28,6 +28,8 @@ public:
     /// How much the window is larger than its body, on each side.
     [[nodiscard]] int margin() const { return m_isComposited ? WindowShadow::kReach : 0; }
     void setFixedBodySize(const QSize& size);
+    /// Instead of a fixed size: the edges of the body resize it, within these.
+    void setBodySizes(const QSize& size, const QSize& smallest, const QSize& largest);
     void moveBody(const QPoint& topLeft);
     [[nodiscard]] QRect bodyGeometry() const { return m_body->geometry().translated(pos()); }
 
@@ -49,9 +51,17 @@ protected:
 
 private:
     void layOut();
+    [[nodiscard]] Qt::Edges edgesAt(const QPoint& position) const;
+    void showEdgeCursor(const QPoint& position);
+
+    struct Sizes {
+        QSize smallest;
+        QSize largest;
+    };
 
     const Theme& m_theme;
     int m_radius;
+    std::optional<Sizes> m_sizes; // of the body, where its edges resize it
     bool m_isComposited = false;
     bool m_isMoving = false;
     std::optional<QPoint> m_grip; // where an empty part was pressed

@@ -35,6 +35,8 @@ public:
 
     [[nodiscard]] const ThemeColours& colours() const { return m_colours; }
     [[nodiscard]] bool isDark() const { return m_isDark; }
+    /// Around what is selected on the screen, whatever is beneath: the desktop's accent, or a blue.
+    [[nodiscard]] QColor overlayOutline() const { return m_accent.value_or(QColor(0x4C, 0x83, 0xF5)); }
     /// How long an animation of that length takes: not at all where the desktop asks for no motion.
     [[nodiscard]] std::chrono::milliseconds duration(std::chrono::milliseconds wanted) const;
     /// The desktop's family, then the ones for Chinese and Japanese.

@@ -275,6 +275,7 @@ TEST_F(AppRuntimeTest, OnlyTheQuickSearchShortcutDecidesWhetherShortcutsAreAvail
 
 TEST_F(AppRuntimeTest, TheShortcutsDoWhatTheyAreFor)
 {
+    permissions.setState({true, true, true});
     start();
     ASSERT_TRUE(eventually([&] { return hotKeys.registrations() == 3; }));
     hotKeys.press({49, 2048});
@@ -284,7 +285,7 @@ TEST_F(AppRuntimeTest, TheShortcutsDoWhatTheyAreFor)
     hotKeys.press({35, 6144});
     EXPECT_TRUE(eventually([&] { return !runtime->isMonitoring(); }));
     hotKeys.press({31, 6144});
-    EXPECT_TRUE(eventually([&] { return windows.selections == 1; }));
+    EXPECT_TRUE(eventually([&] { return windows.selector.begun == 1; }));
 }
 
 TEST_F(AppRuntimeTest, PermissionsAreReadAgainWhenWeComeToTheFrontOnly)
@@ -314,10 +315,10 @@ TEST_F(AppRuntimeTest, PermissionsAreReadAgainWhenOneOfOurWindowsBecomesActive)
 TEST_F(AppRuntimeTest, AFailedRequestForRemindersIsToldWithItsReason)
 {
     start();
-    permissions.failRequestsWith(PermissionError::Case::TaskServiceFailed);
+    permissions.failRequestsWith(ReminderStoreError::Case::TimedOut);
     runtime->requestReminderPermission();
     EXPECT_TRUE(eventually([&] { return runtime->lastError().has_value(); }));
-    EXPECT_EQ(runtime->lastError(), QStringLiteral("无法申请提醒事项权限：任务服务没有响应。"));
+    EXPECT_EQ(runtime->lastError(), QStringLiteral("无法申请提醒事项权限：提醒事项服务没有及时响应。"));
 }
 
 TEST_F(AppRuntimeTest, TheLoginItemFollowsTheSetting)

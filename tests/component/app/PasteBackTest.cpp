@@ -1,9 +1,9 @@
 #include "app/AppRuntime.h"
 
 #include "app/ApplicationIdentity.h"
-#include "app/WindowPresenter.h"
 #include "tests/support/Await.h"
 #include "tests/support/FakePlatform.h"
+#include "tests/support/FakeWindows.h"
 #include "tests/support/RecordSamples.h"
 
 #include <QCoreApplication>
@@ -19,10 +19,9 @@ using testing::textRecord;
 const RunningApplication kEditor{QStringLiteral("Editor"), QStringLiteral("editor"), std::nullopt, 7, 70};
 
 /// The panel alone; showing it brings it to the front, as a real one does.
-class PanelOnly : public WindowPresenter {
+class PanelOnly : public testing::FakeWindows {
 public:
     explicit PanelOnly(testing::FakeWorkspace& workspace) : m_workspace(workspace) {}
-    [[nodiscard]] bool isQuickSearchVisible() const override { return isVisible; }
     void showQuickSearch() override
     {
         isVisible = true;
@@ -35,11 +34,7 @@ public:
         isVisible = false;
         happened.append(QStringLiteral("hidden"));
     }
-    void showSettings() override {}
-    void showPreview(const ScreenshotRecord&) override {}
-    void showRegionSelection() override {}
 
-    bool isVisible = false;
     QStringList happened;
 
 private:

@@ -116,10 +116,10 @@ TEST_F(PermissionRequestsTest, RemindersAreAskedForWhileTheyAreMissing)
 
 TEST_F(PermissionRequestsTest, AFailedRequestForRemindersIsTold)
 {
-    permissions.failRequestsWith(PermissionError::Case::NoTaskService);
+    permissions.failRequestsWith(ReminderStoreError::Case::Unavailable);
     requests.requestReminderPermission();
     settle();
-    EXPECT_EQ(failures, QStringList{QStringLiteral("无法申请提醒事项权限：此桌面没有可用的任务服务。")});
+    EXPECT_EQ(failures, QStringList{QStringLiteral("无法申请提醒事项权限：提醒事项服务不可用。")});
     EXPECT_FALSE(requests.state().reminders);
 }
 

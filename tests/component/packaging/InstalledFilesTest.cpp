@@ -33,6 +33,8 @@ std::vector<std::string> expectedFiles(const std::string& zshFolder)
     std::vector<std::string> files{
         "bin/tessary",
         "libexec/tessary/tessary-imaging",
+        "libexec/tessary/tessary-recognizer",
+        "libexec/tessary/tessary-reminders.so",
         "share/applications/com.tessary.Tessary.desktop",
         "share/bash-completion/completions/tessary",
         "share/dbus-1/interfaces/com.tessary.Tessary1.xml",
@@ -72,10 +74,24 @@ TEST(InstalledFilesTest, AllMayReadThemAndOnlyProgramsRun)
 {
     for (const std::string& file : filesBelow(usr().path())) {
         const QFile::Permissions permissions = QFile::permissions(usr().path(QString::fromStdString(file)));
-        const bool isProgram = file.starts_with("bin/") || file.starts_with("libexec/");
+        const bool isProgram =
+            file.starts_with("bin/") || (file.starts_with("libexec/") && !file.ends_with(".so"));
         EXPECT_TRUE(permissions.testFlag(QFile::ReadOther)) << file;
         EXPECT_FALSE(permissions & (QFile::WriteGroup | QFile::WriteOther)) << file;
         EXPECT_EQ(permissions.testFlag(QFile::ExeOther), isProgram) << file;
+    }
+}
+
+TEST(InstalledFilesTest, WhatTheDesktopMayLackIsLinkedByItsModuleOnly)
+{
+    for (const std::string& file : filesBelow(usr().path())) {
+        if (!file.starts_with("bin/") && !file.starts_with("libexec/"))
+            continue;
+        const ProgramResult headers = runProgram(
+            QStringLiteral("objdump"), {QStringLiteral("-p"), usr().path(QString::fromStdString(file))});
+        EXPECT_EQ(headers.exitStatus, 0) << file;
+        EXPECT_EQ(headers.output.contains(QStringLiteral("libecal-")), file.ends_with(".so")) << file;
+        EXPECT_EQ(headers.output.contains(QStringLiteral("libQt6")), !file.ends_with(".so")) << file;
     }
 }
 

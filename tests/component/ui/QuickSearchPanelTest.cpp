@@ -1,10 +1,10 @@
 #include "ui/quicksearch/QuickSearchPanelController.h"
 
 #include "app/AppRuntime.h"
-#include "app/WindowPresenter.h"
 #include "platform/testing/FakeWindowEffects.h"
 #include "tests/support/Await.h"
 #include "tests/support/FakePlatform.h"
+#include "tests/support/FakeWindows.h"
 #include "tests/support/RecordSamples.h"
 #include "ui/kit/Banner.h"
 #include "ui/kit/Chip.h"
@@ -30,18 +30,17 @@ using testing::await;
 using testing::eventually;
 
 /// Hands what the runtime asks for to the panel, and takes notes of the rest.
-class PanelWindows : public WindowPresenter {
+class PanelWindows : public testing::FakeWindows {
 public:
     [[nodiscard]] bool isQuickSearchVisible() const override { return panel && panel->isVisible(); }
     void showQuickSearch() override { panel->show(); }
     void hideQuickSearch() override { panel->hide(); }
     void showSettings() override { ++settings; }
-    void showPreview(const ScreenshotRecord& record) override { previews.append(record.textContent); }
-    void showRegionSelection() override {}
+    void showPreview(const ScreenshotRecord& record) override { previewed.append(record.textContent); }
 
     QuickSearchPanelController* panel = nullptr;
     int settings = 0;
-    QStringList previews;
+    QStringList previewed;
 };
 
 class QuickSearchPanelTest : public ::testing::Test, protected testing::FakePlatform {
@@ -231,19 +230,19 @@ TEST_F(QuickSearchPanelTest, SpacePreviewsAfterAnArrowAndTypesAfterALetter)
     addTexts({QStringLiteral("a b"), QStringLiteral("c")});
     show();
     press(Qt::Key_Space);
-    EXPECT_TRUE(windows.previews.isEmpty());
+    EXPECT_TRUE(windows.previewed.isEmpty());
     part<SearchField>().clear();
     press(Qt::Key_Down);
     EXPECT_TRUE(controller->isNavigatingResults());
     press(Qt::Key_Space);
-    EXPECT_EQ(windows.previews, QStringList{QStringLiteral("a b")});
+    EXPECT_EQ(windows.previewed, QStringList{QStringLiteral("a b")});
     EXPECT_EQ(part<SearchField>().text(), QString());
     type(QStringLiteral("a"));
     EXPECT_FALSE(controller->isNavigatingResults());
     press(Qt::Key_Space);
     type(QStringLiteral("b"));
     EXPECT_EQ(part<SearchField>().text(), QStringLiteral("a b"));
-    EXPECT_EQ(windows.previews.size(), 1);
+    EXPECT_EQ(windows.previewed.size(), 1);
 }
 
 TEST_F(QuickSearchPanelTest, AnInputMethodsTextEndsTheNavigationToo)
@@ -346,7 +345,7 @@ TEST_F(QuickSearchPanelTest, FavouritePinPreviewRevealAndTrashHaveTheirKeys)
     press(Qt::Key_P, Qt::ControlModifier);
     EXPECT_TRUE(eventually([&] { return stored(QStringLiteral("text")).isPinned; }));
     press(Qt::Key_Y, Qt::ControlModifier);
-    EXPECT_EQ(windows.previews, QStringList{QStringLiteral("text")});
+    EXPECT_EQ(windows.previewed, QStringList{QStringLiteral("text")});
     press(Qt::Key_O, Qt::ControlModifier);
     EXPECT_TRUE(controller->isVisible());
     press(Qt::Key_Backspace, Qt::ControlModifier);
@@ -360,7 +359,7 @@ TEST_F(QuickSearchPanelTest, WithoutASelectionTheKeysAreConsumedAndDoNothing)
     press(Qt::Key_O, Qt::ControlModifier);
     press(Qt::Key_D, Qt::ControlModifier);
     press(Qt::Key_Return);
-    EXPECT_TRUE(windows.previews.isEmpty());
+    EXPECT_TRUE(windows.previewed.isEmpty());
     EXPECT_TRUE(controller->isVisible());
     EXPECT_EQ(part<SearchField>().text(), QString());
 }

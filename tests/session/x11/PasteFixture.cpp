@@ -38,7 +38,8 @@ Platform PasteFixture::platform(Clock& time)
 {
     return {time,          *pasteboard,      workspace,  codec,       m_icons,
             m_defaults,    m_screenshotTool, m_folders,  m_hotKeys,   m_permissions,
-            m_directories, m_fileManager,    keystrokes, m_loginItem, m_privacySettings};
+            m_directories, m_fileManager,    keystrokes, m_loginItem, m_privacySettings,
+            m_screens,     m_recognizer,     m_reminders};
 }
 
 ClipboardService::Outcome PasteFixture::paste(const QString& text)

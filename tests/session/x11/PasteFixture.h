@@ -10,8 +10,11 @@
 #include "platform/testing/FakeLoginItem.h"
 #include "platform/testing/FakePermissions.h"
 #include "platform/testing/FakePrivacySettings.h"
+#include "platform/testing/FakeReminderStore.h"
+#include "platform/testing/FakeScreenCapture.h"
 #include "platform/testing/FakeScreenshotToolDefaults.h"
 #include "platform/testing/FakeStandardFolders.h"
+#include "platform/testing/FakeTextRecognizer.h"
 #include "platform/testing/FakeUserDefaults.h"
 #include "platform/x11/X11KeystrokeSender.h"
 #include "platform/x11/X11Workspace.h"
@@ -60,6 +63,9 @@ private:
     FakeFileManager m_fileManager;
     FakeLoginItem m_loginItem;
     FakePrivacySettings m_privacySettings;
+    FakeScreenCapture m_screens;
+    FakeTextRecognizer m_recognizer;
+    FakeReminderStore m_reminders;
     RunningApplication m_previous;
     std::vector<std::unique_ptr<PasteTarget>> m_targets;
 };

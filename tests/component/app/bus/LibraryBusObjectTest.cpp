@@ -273,6 +273,33 @@ TEST_F(LibraryBusObjectTest, PurgesOnRequestAndCounts)
     EXPECT_EQ(removed(true), 0);
 }
 
+TEST_F(LibraryBusObjectTest, RecognisesPicturesAndRegions)
+{
+    start();
+    recognizer.observations = {{{QStringLiteral("一行"), QStringLiteral("二行")}, QRect(3, 4, 50, 20), 0.5},
+                               {{}, QRect(0, 30, 9, 9), 0},
+                               {{QStringLiteral("last")}, QRect(3, 40, 60, 20), 1}};
+    QFile picture(folder.file(QStringLiteral("picture")));
+    ASSERT_TRUE(picture.open(QIODevice::ReadWrite));
+    const QVariant file = QVariant::fromValue(QDBusUnixFileDescriptor(picture.handle()));
+    const QDBusMessage answer =
+        call(QStringLiteral("RecognizePicture"), {file, QVariantMap{{QStringLiteral("fast"), true}}});
+    const QByteArray expected(
+        "{\"height\":3,\"lines\":["
+        "{\"confidence\":0.5,\"height\":20,\"text\":\"一行\",\"width\":50,\"x\":3,\"y\":4},"
+        "{\"confidence\":1,\"height\":20,\"text\":\"last\",\"width\":60,\"x\":3,\"y\":40}],"
+        "\"text\":\"一行\\nlast\",\"width\":4}\n");
+    EXPECT_EQ(bytes(answer, 0), expected);
+    EXPECT_EQ(recognizer.requests.last().level, RecognitionLevel::Fast);
+    EXPECT_TRUE(codec.requests.last().startsWith(QStringLiteral("decode /proc/")));
+
+    // The screen may not be read here.
+    const QDBusMessage region = call(QStringLiteral("RecognizeRegion"), {QVariantMap()});
+    EXPECT_EQ(region.errorName(), BusError::name(BusError::Case::Failed));
+    EXPECT_EQ(region.errorMessage(),
+              QStringLiteral("未获得屏幕录制权限；本地 OCR 需要此权限，剪贴板记录仍可继续使用"));
+}
+
 TEST_F(LibraryBusObjectTest, SaysSoWhenThereIsNoLibrary)
 {
     QFile::remove(folder.file(QStringLiteral("Tessary")));

@@ -1,0 +1,122 @@
+#include "recognition/OCRStatusRow.h"
+
+#include "ui/kit/SingleLine.h"
+#include "ui/kit/Symbol.h"
+#include "ui/kit/Theme.h"
+
+#include <QPainter>
+
+namespace tessary {
+namespace {
+
+constexpr int kHeight = 28;
+constexpr int kGap = 12;
+constexpr int kLineHeight = 12;
+constexpr int kSymbolSize = 16;
+constexpr int kSymbolGap = 6;
+constexpr int kLeastStatus = 60;
+
+struct Appearance {
+    const char* symbol;
+    QColor colour;
+};
+
+struct AppearanceOf {
+    const ThemeColours& colours;
+
+    Appearance operator()(const OCRReminderStatus::Ready&) const
+    {
+        return {"checklist", colours.secondaryText};
+    }
+    Appearance operator()(const OCRReminderStatus::Created&) const
+    {
+        return {"checkmark.circle.fill", colours.success};
+    }
+    Appearance operator()(const OCRReminderStatus::Failed&) const
+    {
+        return {"exclamationmark.circle", colours.danger};
+    }
+    Appearance operator()(const OCRReminderStatus::NotATask&) const
+    {
+        return {"text.viewfinder", colours.secondaryText};
+    }
+};
+
+} // namespace
+
+OCRStatusRow::OCRStatusRow(const Theme& theme, QWidget* parent) : QWidget(parent), m_theme(theme)
+{
+    setFont(theme.font(Theme::kCaptionSize));
+    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    connect(&theme, &Theme::changed, this, qOverload<>(&QWidget::update));
+}
+
+void OCRStatusRow::setCharacterCount(qsizetype count)
+{
+    m_count = QString::number(count) + tr(" 个字符");
+    describe();
+}
+
+void OCRStatusRow::setStatus(const OCRReminderStatus& status)
+{
+    m_status = status;
+    m_text = status.text().simplified();
+    describe();
+}
+
+void OCRStatusRow::describe()
+{
+    setAccessibleName(m_count + QStringLiteral(", ") + m_text);
+    setToolTip(shownStatus() == m_text ? QString() : m_text);
+    update();
+}
+
+int OCRStatusRow::countWidth() const
+{
+    return fontMetrics().horizontalAdvance(m_count);
+}
+
+int OCRStatusRow::statusLeft() const
+{
+    return countWidth() + kGap + 1 + kGap + kSymbolSize + kSymbolGap;
+}
+
+QString OCRStatusRow::shownStatus() const
+{
+    return fontMetrics().elidedText(m_text, Qt::ElideRight, std::max(0, width() - statusLeft()));
+}
+
+QSize OCRStatusRow::sizeHint() const
+{
+    return {statusLeft() + fontMetrics().horizontalAdvance(m_text), kHeight};
+}
+
+QSize OCRStatusRow::minimumSizeHint() const
+{
+    return {statusLeft() + kLeastStatus, kHeight};
+}
+
+void OCRStatusRow::resizeEvent(QResizeEvent*)
+{
+    describe();
+}
+
+void OCRStatusRow::paintEvent(QPaintEvent*)
+{
+    const ThemeColours& colours = m_theme.colours();
+    const Appearance appearance = std::visit(AppearanceOf{colours}, m_status.value);
+    QPainter painter(this);
+    painter.setFont(font());
+    painter.setPen(colours.secondaryText);
+    drawSingleLine(painter, rect(), m_count);
+    int left = countWidth() + kGap;
+    painter.fillRect(left, (height() - kLineHeight) / 2, 1, kLineHeight, colours.edge);
+    left += 1 + kGap;
+    painter.drawPixmap(left, (height() - kSymbolSize) / 2,
+                       Symbol(QString::fromLatin1(appearance.symbol))
+                           .pixmap(kSymbolSize, appearance.colour, devicePixelRatioF()));
+    painter.setPen(appearance.colour);
+    drawSingleLine(painter, QRect(statusLeft(), 0, width() - statusLeft(), height()), shownStatus());
+}
+
+} // namespace tessary
