@@ -94,32 +94,58 @@ std::vector<TextLine> joinPieces(std::vector<QRect> pieces)
     return lines;
 }
 
-/// Which of the lines takes this one in: the nearest by height.
-size_t hostOf(const std::vector<TextLine>& lines, size_t guest)
+/// Lines by their top, so that those near another are found without asking all.
+class LinesByTop {
+public:
+    explicit LinesByTop(const std::vector<TextLine>& lines) : m_order(lines.size())
+    {
+        for (size_t i = 0; i < lines.size(); ++i) {
+            m_order[i] = {lines[i].box.top(), i};
+            m_tallest = std::max(m_tallest, lines[i].box.height());
+        }
+        std::sort(m_order.begin(), m_order.end());
+    }
+    /// Calls with the index of each line that may share rows with the box, or nearly so.
+    template <typename Visit>
+    void near(const QRect& box, Visit visit) const
+    {
+        auto entry = std::lower_bound(m_order.begin(), m_order.end(),
+                                      std::pair<int, size_t>(box.top() - 2 * m_tallest, 0));
+        for (; entry != m_order.end() && entry->first <= box.bottom() + m_tallest; ++entry)
+            visit(entry->second);
+    }
+
+private:
+    std::vector<std::pair<int, size_t>> m_order;
+    int m_tallest = 0;
+};
+
+/// Which of the lines takes this one in: the nearest by height; `lines.size()` for none.
+size_t hostOf(const std::vector<TextLine>& lines, const LinesByTop& byTop, size_t guest)
 {
     size_t best = lines.size();
     double bestDistance = 0;
-    const QRect& box = lines[guest].box;
-    for (size_t i = 0; i < lines.size(); ++i) {
+    const QRect box = lines[guest].box;
+    byTop.near(box, [&](size_t i) {
         const QRect& other = lines[i].box;
-        if (i == guest || other.height() < box.height() || other.isEmpty() ||
-            !belongsTo(lines[guest], lines[i]))
-            continue;
-        if (other.height() == box.height() && i > guest)
-            continue;
+        const bool comesFirst =
+            other.height() > box.height() || (other.height() == box.height() && i < guest);
+        if (i == guest || other.isEmpty() || !comesFirst || !belongsTo(lines[guest], lines[i]))
+            return;
         const double distance = std::abs(box.center().y() - other.center().y()) / double(other.height()) +
                                 std::max(0, gapBetween(box, other)) / double(other.height());
         if (best == lines.size() || distance < bestDistance) {
             best = i;
             bestDistance = distance;
         }
-    }
+    });
     return best;
 }
 
 /// Gives dots, commas and the rest of a row to their lines, the smallest first. @returns whether any had one.
 bool joinOnce(std::vector<TextLine>& lines)
 {
+    const LinesByTop byTop(lines);
     std::vector<size_t> order(lines.size());
     for (size_t i = 0; i < order.size(); ++i)
         order[i] = i;
@@ -127,7 +153,7 @@ bool joinOnce(std::vector<TextLine>& lines)
               [&](size_t a, size_t b) { return lines[a].box.height() < lines[b].box.height(); });
     bool joined = false;
     for (const size_t guest : order) {
-        const size_t host = hostOf(lines, guest);
+        const size_t host = hostOf(lines, byTop, guest);
         if (host == lines.size())
             continue;
         lines[host].add(lines[guest]);
@@ -136,6 +162,18 @@ bool joinOnce(std::vector<TextLine>& lines)
     }
     std::erase_if(lines, [](const TextLine& line) { return line.pieces.empty(); });
     return joined;
+}
+
+/// Of more pieces than a screen full of text has only the largest: the picture is something else.
+void dropSpeckles(std::vector<QRect>& pieces)
+{
+    constexpr qsizetype kMost = 20'000;
+    if (std::ssize(pieces) <= kMost)
+        return;
+    const auto size = [](const QRect& box) { return box.width() + box.height(); };
+    std::nth_element(pieces.begin(), pieces.begin() + kMost, pieces.end(),
+                     [&](const QRect& a, const QRect& b) { return size(a) > size(b); });
+    pieces.resize(size_t(kMost));
 }
 
 std::vector<TextLine> joinLines(std::vector<TextLine> lines)
@@ -156,6 +194,7 @@ std::vector<TextLine> groupIntoLines(const std::vector<Component>& components, c
     for (const Component& component : components)
         if (mayBeWriting(component))
             pieces.push_back(component.box);
+    dropSpeckles(pieces);
     std::vector<TextLine> lines;
     for (TextLine& line : joinPieces(std::move(pieces)))
         for (TextLine& part : splitTouchingLines(std::move(line), mask))

@@ -8,9 +8,13 @@
 #include "workers/recognizer/RowJoining.h"
 #include "workers/recognizer/ScriptChoice.h"
 
+#include <chrono>
+
 namespace tessary::recognizer {
 namespace {
 
+/// Of a screen full of text the longest lines are read in this time, rather than none before the deadline.
+constexpr std::chrono::seconds kMostTime{13};
 constexpr double kSureOfLatin = 97;
 /// What the model of another script may be less sure of Latin than the Latin one and still be worse.
 constexpr double kLatinLead = 3;
@@ -50,8 +54,12 @@ public:
         if (!onlyLatin)
             m_wide = chooseWide();
         QList<LineReading> result;
-        for (size_t i = 0; i < m_readings.count(); ++i)
-            result.append(onlyLatin ? m_readings.read(i, Script::Latin) : readLine(i));
+        result.resize(qsizetype(m_readings.count()));
+        for (const size_t line : m_readings.longestFirst()) {
+            if (std::chrono::steady_clock::now() >= m_end)
+                break;
+            result[qsizetype(line)] = onlyLatin ? m_readings.read(line, Script::Latin) : readLine(line);
+        }
         return result;
     }
 
@@ -62,7 +70,8 @@ private:
         std::vector<size_t> lines = m_readings.longestFirst();
         if (m_latinFirst)
             std::erase_if(lines, [this](size_t line) {
-                return meanConfidence(m_readings.read(line, Script::Latin)) >= kSureOfLatin;
+                return std::chrono::steady_clock::now() >= m_end ||
+                       meanConfidence(m_readings.read(line, Script::Latin)) >= kSureOfLatin;
             });
         return lines;
     }
@@ -84,6 +93,7 @@ private:
     ScriptChoice m_choice;
     bool m_latinFirst = false;
     Script m_wide = Script::Simplified;
+    const std::chrono::steady_clock::time_point m_end = std::chrono::steady_clock::now() + kMostTime;
 };
 
 } // namespace
@@ -110,16 +120,9 @@ QList<ReadLine> PictureReader::read(const PictureView& picture, const QList<Scri
     sortForReading(lines);
     LineReadings readings(picture, std::move(lines), m_engines);
     QList<ReadLine> result;
-    const auto debug = [&](size_t i, auto& r, auto& t) {
-        if (const char* d = getenv("RECDEBUG"); d)
-            fprintf(stderr, "%d%d %.1f %lld %s\n", int(readings.line(i).maybeIcon),
-                    int(isPlausible(r, readings.line(i).maybeIcon)), meanConfidence(r), (long long)r.size(),
-                    qPrintable(t));
-    };
     const QList<LineReading> all = LineByLine(readings, present).read();
     for (qsizetype i = 0; i < all.size(); ++i) {
         const QString text = textOf(all.at(i));
-        debug(size_t(i), all.at(i), text);
         if (!text.trimmed().isEmpty() && isPlausible(all.at(i), readings.line(size_t(i)).maybeIcon))
             result.append({readings.line(size_t(i)).box, text, meanConfidence(all.at(i)) / 100});
     }

@@ -15,7 +15,8 @@ class PictureReader {
 public:
     explicit PictureReader(EngineSet& engines) : m_engines(engines) {}
 
-    /// @param scripts in the order of their likelihood, at least one. @returns the lines in reading order.
+    /// @param scripts in the order of their likelihood, at least one. @returns the lines in reading order;
+    /// after 13 s what was read until then, the longest lines first.
     /// @throws RecognizerFailure (ModelsMissing) when the first one's model is not installed, since its text
     /// would come out as nonsense; the others are done without.
     [[nodiscard]] QList<ReadLine> read(const PictureView& picture, const QList<Script>& scripts,

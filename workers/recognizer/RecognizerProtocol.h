@@ -27,8 +27,8 @@ constexpr QLatin1String kModelsMissing{"modelsMissing"};
 constexpr QLatin1String kTooLarge{"tooLarge"};
 constexpr QLatin1String kBadRequest{"badRequest"};
 
-/// What a picture may have at most: the screen of the largest monitors there are.
-constexpr qint64 kMostPixels = 1LL << 25;
+/// What a picture may have at most: three screens of 3840 x 2160.
+constexpr qint64 kMostPixels = 3LL << 23;
 constexpr int kLongestSide = 32767;
 
 } // namespace tessary::recognizer

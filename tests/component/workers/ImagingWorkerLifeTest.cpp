@@ -1,8 +1,8 @@
 #include "tests/component/workers/ImagingFixture.h"
+#include "tests/component/workers/WorkerProbe.h"
 
 #include <array>
 #include <csignal>
-#include <sys/ioctl.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 
@@ -33,16 +33,6 @@ protected:
             return std::nullopt;
         const QByteArray text = status.readAll();
         return text.at(text.lastIndexOf(')') + 2);
-    }
-    /// Whether something lies in the worker's standard input that it has not read.
-    [[nodiscard]] static bool hasRequestWaiting(pid_t process)
-    {
-        const QByteArray path = QStringLiteral("/proc/%1/fd/0").arg(process).toLatin1();
-        const int pipe = ::open(path.constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
-        int waiting = 0;
-        const bool asked = pipe >= 0 && ::ioctl(pipe, FIONREAD, &waiting) == 0;
-        ::close(pipe);
-        return asked && waiting > 0;
     }
     [[nodiscard]] static QByteArray limitOf(pid_t process, const char* name)
     {

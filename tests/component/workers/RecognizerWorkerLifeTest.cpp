@@ -1,4 +1,6 @@
 #include "tests/component/workers/RecognizerFixture.h"
+#include "tests/component/workers/WorkerProbe.h"
+#include "workers/MessageFormat.h"
 
 #include <QFile>
 
@@ -43,7 +45,7 @@ TEST_F(RecognizerWorkerLifeTest, RunsOnOneThreadUnderItsLimits)
     EXPECT_TRUE(fileOf(worker, "status").contains("Threads:\t1\n") || TESSARY_SANITIZED);
     const QByteArray limits = fileOf(worker, "limits").simplified();
     EXPECT_TRUE(limits.contains("Max core file size 0 0 bytes"));
-    EXPECT_TRUE(limits.contains("Max address space 1000000000 1000000000 bytes") || TESSARY_SANITIZED);
+    EXPECT_TRUE(limits.contains("Max address space 460000000 460000000 bytes") || TESSARY_SANITIZED);
 }
 
 TEST_F(RecognizerWorkerLifeTest, LeavesAfterItsRestAndComesBack)
@@ -73,9 +75,10 @@ TEST_F(RecognizerWorkerLifeTest, FailsTheRequestDuringWhichItDiesAndStartsAfresh
             co_return -1;
         }(recognizer(), english(), blank(40, 30)),
         &context, [&](int which) { failure = Case(which); });
+    ASSERT_TRUE(eventually([&] { return hasRequestWaiting(first); }));
     ASSERT_EQ(::kill(first, SIGKILL), 0);
-    ASSERT_TRUE(eventually([&] { return failure.has_value() || !isRunning(first); }));
-    EXPECT_TRUE(eventually([&] { return failure.has_value(); }));
+    ASSERT_TRUE(eventually([&] { return failure.has_value(); }));
+    EXPECT_EQ(failure, Case::WorkerFailed);
     EXPECT_NE(startWorker(), first);
 }
 
@@ -100,6 +103,18 @@ TEST_F(RecognizerWorkerLifeTest, ReportsAProgramThatCannotBeStartedOrTalksNonsen
         useRecognizer({.program = program});
         EXPECT_EQ(caseOf(blank(40, 30)), Case::WorkerFailed) << qPrintable(program);
     }
+}
+
+TEST_F(RecognizerWorkerLifeTest, ReportsAWorkerThatRunsOutOfMemory)
+{
+    const QString program = folder().file(QStringLiteral("starved"));
+    QFile script(program);
+    ASSERT_TRUE(script.open(QIODevice::WriteOnly));
+    script.write(QByteArrayLiteral("#!/bin/sh\nexit ") + QByteArray::number(kWorkerOutOfMemory) + '\n');
+    ASSERT_TRUE(script.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
+    script.close();
+    useRecognizer({.program = program});
+    EXPECT_EQ(caseOf(blank(40, 30)), Case::PictureTooLarge);
 }
 
 TEST_F(RecognizerWorkerLifeTest, NamesThePackagesOfModelsThatAreMissing)
