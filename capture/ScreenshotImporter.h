@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/KeyedGate.h"
 #include "base/SerialLane.h"
 #include "capture/FileFacts.h"
 #include "capture/FileImport.h"
@@ -7,7 +8,6 @@
 #include "capture/ImportEpochs.h"
 #include "capture/ImportJournal.h"
 #include "capture/ItemPictures.h"
-#include "base/KeyedGate.h"
 #include "capture/SourceApplicationSnapshot.h"
 #include "platform/Clock.h"
 #include "store/AppPaths.h"

@@ -1,9 +1,9 @@
 #pragma once
 
+#include "base/KeyedGate.h"
 #include "base/SerialLane.h"
 #include "capture/ImportEpochs.h"
 #include "capture/ImportJournal.h"
-#include "base/KeyedGate.h"
 #include "store/AppPaths.h"
 #include "store/ScreenshotRecord.h"
 
