@@ -112,6 +112,7 @@ TEST_F(ResultWindowTest, AWindowThatGoesLeavesTheCreationToItself)
     addButton()->click();
     controller.close();
     desk.answer();
+    ASSERT_TRUE(eventually([&] { return desk.resumed == 1; }));
     open(result(u"春天"_s));
     EXPECT_EQ(view().reminderStatus(), OCRReminderStatus{});
     EXPECT_EQ(desk.drafts.size(), 1);

@@ -33,6 +33,7 @@ struct ReminderDesk {
     QList<QString> copied;
     bool refuses = false;
     bool waits = false;
+    int resumed = 0; ///< Creations that waited and went on.
     std::shared_ptr<QPromise<void>> pending;
 
     /// Lets a creation that waits go on.
@@ -93,6 +94,7 @@ private:
             desk->pending->start();
             QFuture<void> answered = desk->pending->future();
             co_await answered;
+            ++desk->resumed;
         }
         if (desk->refuses)
             throw RefusedError();
