@@ -51,7 +51,7 @@ QCoro::Task<> LocalOCRFlow::perform()
 QCoro::Task<std::optional<QImage>> LocalOCRFlow::capture()
 {
     try {
-        const QImage image = co_await m_screenCaptureService.captureRegionImage();
+        const QImage image = co_await selectedImage();
         co_return image;
     } catch (const RegionSelector::SelectionError&) {
         qCInfo(lcRecognition, "the selection of a region was given up");
@@ -59,6 +59,14 @@ QCoro::Task<std::optional<QImage>> LocalOCRFlow::capture()
         Q_EMIT failed(localizedDescription(error));
     }
     co_return std::nullopt;
+}
+
+/// Models are loaded while the person is still dragging.
+QCoro::Task<QImage> LocalOCRFlow::selectedImage()
+{
+    if (!m_screenCaptureService.isCapturing())
+        m_flows.add(m_ocrService.prepare());
+    return m_screenCaptureService.captureRegionImage();
 }
 
 QCoro::Task<std::optional<QString>> LocalOCRFlow::recognize(QImage image)
@@ -122,7 +130,7 @@ QCoro::Task<LocalOCRFlow::RecognizedPicture>
 LocalOCRFlow::recognizeRegion(std::optional<RecognitionLevel> level)
 {
     const FlowSet::Stay stay(m_flows);
-    const QImage image = co_await m_screenCaptureService.captureRegionImage();
+    const QImage image = co_await selectedImage();
     const QList<TextObservation> lines = co_await m_ocrService.recognizeLines(image, level);
     const RecognizedPicture recognized{image.size(), lines};
     co_return recognized;

@@ -50,6 +50,7 @@ Q_SIGNALS:
 
 private:
     QCoro::Task<std::optional<QImage>> capture();
+    QCoro::Task<QImage> selectedImage();
     QCoro::Task<std::optional<QString>> recognize(QImage image);
     QCoro::Task<> copy(QString text);
     QCoro::Task<OCRReminderStatus> statusFor(std::optional<OCRReminderDraft> draft);

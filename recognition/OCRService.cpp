@@ -43,6 +43,17 @@ QCoro::Task<QList<TextObservation>> OCRService::recognizeLines(QImage image,
     co_return observations;
 }
 
+QCoro::Task<> OCRService::prepare()
+{
+    QImage blank(1, 1, QImage::Format_RGB32);
+    blank.fill(Qt::white);
+    try {
+        co_await m_recognizer.perform(m_request, blank);
+    } catch (const TextRecognitionError&) {
+        co_return;
+    }
+}
+
 QString OCRService::text(const QList<TextObservation>& observations)
 {
     QStringList lines;

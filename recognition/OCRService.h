@@ -38,6 +38,8 @@ public:
     /// @throws OCRError, TextRecognitionError.
     [[nodiscard]] QCoro::Task<QList<TextObservation>> recognizeLines(QImage image,
                                                                      std::optional<RecognitionLevel> level);
+    /// Has the recogniser load what it needs, while there is time. Fails silently: the recognition will tell.
+    [[nodiscard]] QCoro::Task<> prepare();
     /// The best reading of each line that has one, joined by line feeds.
     [[nodiscard]] static QString text(const QList<TextObservation>& observations);
 

@@ -86,7 +86,8 @@ QList<TextObservation> observationsIn(const QCborMap& reply)
     if (!lines.isArray())
         throw TextRecognitionError(Case::WorkerFailed, QStringLiteral("nonsensical answer"));
     QList<TextObservation> observations;
-    for (const QCborValue& entry : lines.toArray()) {
+    const QCborArray entries = lines.toArray();
+    for (const auto& entry : entries) {
         const QCborMap line = entry.toMap();
         const auto number = [&](QLatin1String name) {
             return int(std::clamp<qint64>(line.value(name).toInteger(), 0, recognizer::kLongestSide));

@@ -1,5 +1,6 @@
 #include "workers/recognizer/LineReadings.h"
 
+#include "workers/recognizer/InkDensity.h"
 #include "workers/recognizer/InkGaps.h"
 #include "workers/recognizer/LineNormalizer.h"
 
@@ -33,6 +34,11 @@ const LineReading& LineReadings::read(size_t index, Script script)
         entry->second += part;
     measureGaps(entry->second, picture, LineSize().height);
     return entry->second;
+}
+
+double LineReadings::density(size_t index)
+{
+    return densestStrokes(plane(index), 2 * LineSize().height);
 }
 
 std::vector<size_t> LineReadings::longestFirst() const

@@ -23,6 +23,9 @@ public:
     /// How many square characters would fill the line.
     [[nodiscard]] double lengthOf(size_t index) const;
 
+    /// Strokes above each other in the densest part of the line that is as wide as two of its characters.
+    [[nodiscard]] double density(size_t index);
+
 private:
     const GreyPlane& plane(size_t index);
 

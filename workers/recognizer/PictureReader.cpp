@@ -8,7 +8,9 @@
 #include "workers/recognizer/RowJoining.h"
 #include "workers/recognizer/ScriptChoice.h"
 
+#include <algorithm>
 #include <chrono>
+#include <unicode/uchar.h>
 
 namespace tessary::recognizer {
 namespace {
@@ -18,12 +20,27 @@ constexpr std::chrono::seconds kMostTime{13};
 constexpr double kSureOfLatin = 97;
 /// What the model of another script may be less sure of Latin than the Latin one and still be worse.
 constexpr double kLatinLead = 3;
+/// Characters that make Han of a line that looks like Latin.
+constexpr int kFewestOfHan = 2;
+/// Strokes above each other: Latin has fewer at its densest, Han more almost always.
+constexpr double kDenseAsHan = 1.9;
 
 bool isLatin(const LineReading& reading)
 {
     ScriptEvidence evidence;
     evidence.add(reading);
     return evidence.isLatin();
+}
+
+/// How many characters as wide as high the engine is as good as sure of.
+int sureWideCharacters(const LineReading& reading)
+{
+    constexpr double kSure = 93;
+    return int(std::count_if(reading.cbegin(), reading.cend(), [](const ReadSymbol& symbol) {
+        const auto points = symbol.text.toUcs4();
+        return symbol.confidence >= kSure && !points.isEmpty() && u_isalpha(UChar32(points.first())) &&
+               isWide(points.first());
+    }));
 }
 
 /// The first script with a model of its own for Han or kana, and Latin, in their order.
@@ -70,19 +87,24 @@ private:
         std::vector<size_t> lines = m_readings.longestFirst();
         if (m_latinFirst)
             std::erase_if(lines, [this](size_t line) {
-                return std::chrono::steady_clock::now() >= m_end ||
-                       meanConfidence(m_readings.read(line, Script::Latin)) >= kSureOfLatin;
+                return std::chrono::steady_clock::now() >= m_end || isSurelyLatin(line);
             });
         return lines;
+    }
+    /// The model of Latin is as sure of what it makes of Han, so the strokes have a say too.
+    [[nodiscard]] bool isSurelyLatin(size_t line)
+    {
+        return m_latinFirst && m_readings.density(line) < kDenseAsHan &&
+               meanConfidence(m_readings.read(line, Script::Latin)) >= kSureOfLatin;
     }
     [[nodiscard]] Script chooseWide() { return m_choice.wideScript(wideLines()); }
     [[nodiscard]] LineReading readLine(size_t line)
     {
         const bool hasLatin = m_scripts.contains(Script::Latin);
-        if (m_latinFirst && meanConfidence(m_readings.read(line, Script::Latin)) >= kSureOfLatin)
+        if (isSurelyLatin(line))
             return m_readings.read(line, Script::Latin);
         const LineReading& wide = m_readings.read(line, m_wide);
-        if (!hasLatin || !isLatin(wide))
+        if (!hasLatin || !isLatin(wide) || sureWideCharacters(wide) >= kFewestOfHan)
             return wide;
         const LineReading& latin = m_readings.read(line, Script::Latin);
         return meanConfidence(latin) + kLatinLead >= meanConfidence(wide) ? latin : wide;

@@ -9,10 +9,12 @@ namespace {
 std::vector<QRect> sorted(const std::vector<QRect>& boxes)
 {
     std::vector<TextLine> lines;
+    lines.reserve(boxes.size());
     for (const QRect& box : boxes)
         lines.push_back({.box = box});
     sortForReading(lines);
     std::vector<QRect> result;
+    result.reserve(lines.size());
     for (const TextLine& line : lines)
         result.push_back(line.box);
     return result;
