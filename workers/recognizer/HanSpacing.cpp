@@ -2,7 +2,9 @@
 
 #include <unicode/uchar.h>
 
+#include <algorithm>
 #include <optional>
+#include <vector>
 
 namespace tessary::recognizer {
 namespace {
@@ -10,8 +12,9 @@ namespace {
 // Parts of a line's height, which is what a Han character is wide.
 constexpr double kBlankBesideHan = 0.27; ///< From here on, what lies between Han and Latin is a blank.
 constexpr double kBlankBetweenHan = 0.5;
-constexpr double kWideSign = 0.56;    ///< From here on, the free half of a full-width sign.
-constexpr double kCentredSign = 0.25; ///< The same before a sign that stands in the middle of its field.
+constexpr double kMoreThanUsual = 0.35; ///< The same above what lies between most: terminals set Han apart.
+constexpr double kWideSign = 0.56;      ///< From here on, the free half of a full-width sign.
+constexpr double kCentredSign = 0.25;   ///< The same before a sign that stands in the middle of its field.
 constexpr double kBlankBesideWideSign = 1.1;
 
 enum class Kind { Latin, Han, Opening, Closing, WideOpening, WideClosing };
@@ -60,6 +63,7 @@ public:
         pairQuotes();
         for (qsizetype i = 0; i < m_symbols.size(); ++i)
             widen(i);
+        m_usualGap = usualGap();
     }
 
     [[nodiscard]] QString text() const
@@ -83,6 +87,21 @@ private:
     [[nodiscard]] double gapBefore(qsizetype i) const
     {
         return i < m_symbols.size() ? m_symbols.at(i).gapBefore : 0;
+    }
+
+    /// The median gap between Han characters; 0 where there are too few to tell.
+    [[nodiscard]] double usualGap() const
+    {
+        constexpr size_t kFewest = 4;
+        std::vector<double> gaps;
+        for (qsizetype i = 1; i < m_symbols.size(); ++i)
+            if (kind(i - 1) == Kind::Han && kind(i) == Kind::Han)
+                gaps.push_back(gapBefore(i));
+        if (gaps.size() < kFewest)
+            return 0;
+        const auto middle = gaps.begin() + std::ptrdiff_t(gaps.size() / 2);
+        std::nth_element(gaps.begin(), middle, gaps.end());
+        return *middle;
     }
 
     /// Drops the comma that engines see in the stop behind it.
@@ -144,8 +163,8 @@ private:
             here == Kind::WideClosing)
             return gap >= kBlankBesideWideSign;
         if (before == Kind::Han && here == Kind::Han)
-            return engine && gap >= kBlankBetweenHan;
-        if (here == Kind::Opening || before == Kind::Closing)
+            return engine && gap >= std::max(kBlankBetweenHan, m_usualGap + kMoreThanUsual);
+        if (here == Kind::Opening || (before == Kind::Closing && wideForm(characterOf(m_symbols.at(i - 1)))))
             return gap >= kBlankBesideHan && gap < kWideSign;
         return gap >= kBlankBesideHan;
     }
@@ -159,6 +178,7 @@ private:
 
     LineReading m_symbols;
     QList<Kind> m_kinds;
+    double m_usualGap = 0;
 };
 
 } // namespace

@@ -1,6 +1,7 @@
 #include "workers/recognizer/PictureReader.h"
 
 #include "workers/recognizer/HanSpacing.h"
+#include "workers/recognizer/LatinRuns.h"
 #include "workers/recognizer/LineFinder.h"
 #include "workers/recognizer/Plausibility.h"
 #include "workers/recognizer/ReadingOrder.h"
@@ -57,9 +58,10 @@ QList<Script> firstAndLatin(QList<Script> scripts)
 /// Reads the lines of one picture, each by the script that fits it.
 class LineByLine {
 public:
-    LineByLine(LineReadings& readings, QList<Script> scripts)
+    LineByLine(LineReadings& readings, QList<Script> scripts, Effort effort)
         : m_readings(readings),
           m_scripts(std::move(scripts)),
+          m_effort(effort),
           m_choice(readings, m_scripts)
     {
     }
@@ -104,14 +106,20 @@ private:
         if (isSurelyLatin(line))
             return m_readings.read(line, Script::Latin);
         const LineReading& wide = m_readings.read(line, m_wide);
-        if (!hasLatin || !isLatin(wide) || sureWideCharacters(wide) >= kFewestOfHan)
+        if (!hasLatin)
+            return wide;
+        const bool hasHan = !isLatin(wide) || sureWideCharacters(wide) >= kFewestOfHan;
+        if (hasHan && (m_effort == Effort::Fast || !hasLatinRun(wide)))
             return wide;
         const LineReading& latin = m_readings.read(line, Script::Latin);
+        if (hasHan)
+            return withLatinRuns(wide, latin);
         return meanConfidence(latin) + kLatinLead >= meanConfidence(wide) ? latin : wide;
     }
 
     LineReadings& m_readings;
     QList<Script> m_scripts;
+    Effort m_effort;
     ScriptChoice m_choice;
     bool m_latinFirst = false;
     Script m_wide = Script::Simplified;
@@ -142,7 +150,7 @@ QList<ReadLine> PictureReader::read(const PictureView& picture, const QList<Scri
     sortForReading(lines);
     LineReadings readings(picture, std::move(lines), m_engines);
     QList<ReadLine> result;
-    const QList<LineReading> all = LineByLine(readings, present).read();
+    const QList<LineReading> all = LineByLine(readings, present, effort).read();
     for (qsizetype i = 0; i < all.size(); ++i) {
         const QString text = textOf(all.at(i));
         if (!text.trimmed().isEmpty() && isPlausible(all.at(i), readings.line(size_t(i)).maybeIcon))

@@ -38,7 +38,8 @@ HeldPicture pictureOf(const QCborMap& request)
 QStringList languagesOf(const QCborMap& request)
 {
     QStringList languages;
-    for (const QCborValue& tag : request.value(kLanguages).toArray())
+    const QCborArray tags = request.value(kLanguages).toArray();
+    for (const auto& tag : tags)
         languages.append(tag.toString());
     return languages;
 }

@@ -37,6 +37,20 @@ TEST(HanSpacingTest, SeesBlanksBesideLatinThatTheEngineDoesNot)
     EXPECT_EQ(textOf(withGap(readingOf(QStringLiteral("安装b")), 2, 0.4)), QStringLiteral("安装 b"));
 }
 
+TEST(HanSpacingTest, TerminalsSetHanCharactersApart)
+{
+    LineReading reading = readingOf(QStringLiteral("打 印 行 程 单 与 发 票"));
+    for (qsizetype i = 1; i < reading.size(); ++i)
+        reading[i].gapBefore = 0.52;
+    EXPECT_EQ(textOf(reading), QStringLiteral("打印行程单与发票"));
+    EXPECT_EQ(textOf(withGap(reading, 4, 1.1)), QStringLiteral("打印行程 单与发票"));
+}
+
+TEST(HanSpacingTest, TheBlankBehindANumbersPointMayBeAsWideAsACharacter)
+{
+    EXPECT_EQ(textOf(withGap(readingOf(QStringLiteral("1.打印")), 2, 0.7)), QStringLiteral("1. 打印"));
+}
+
 TEST(HanSpacingTest, LeavesLatinTextToTheEngine)
 {
     EXPECT_EQ(textOf(readingOf(QStringLiteral("see (a, b) now"))), QStringLiteral("see (a, b) now"));
