@@ -61,10 +61,10 @@ int differences(const QString& one, const QString& other)
     std::vector<int> row(size_t(other.size()) + 1);
     for (size_t j = 0; j < row.size(); ++j)
         row[j] = int(j);
-    for (qsizetype i = 0; i < one.size(); ++i) {
+    for (const QChar character : one) {
         int diagonal = row[0]++;
         for (size_t j = 1; j < row.size(); ++j) {
-            const bool same = one.at(i) == other.at(qsizetype(j) - 1);
+            const bool same = character == other.at(qsizetype(j) - 1);
             const int replaced = diagonal + (same ? 0 : 1);
             diagonal = row[j];
             row[j] = std::min({replaced, row[j] + 1, row[j - 1] + 1});
