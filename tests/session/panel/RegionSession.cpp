@@ -54,6 +54,8 @@ QRect RegionSession::openPage(const char* line, const QPoint& place)
         if (!page)
             return false;
         area = page->geometry;
+        if (area.width() < 200) // a terminal is a single letter wide until its font has been loaded
+            return false;
         const QImage picture = screen.picture(area).convertToFormat(QImage::Format_Grayscale8);
         const QRgb paper = picture.pixel(area.width() / 2, area.height() - 4);
         for (int x = 0; x < picture.width(); ++x)
