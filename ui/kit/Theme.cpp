@@ -44,7 +44,7 @@ QFont Theme::font(int pixelSize, QFont::Weight weight) const
 {
     QFont font = QGuiApplication::font();
     font.setFamilies(families());
-    font.setPixelSize(pixelSize);
+    font.setPixelSize(scaled(pixelSize));
     font.setWeight(weight == QFont::DemiBold && !m_hasDemiBold ? QFont::Bold : weight);
     return font;
 }
@@ -85,6 +85,15 @@ void Theme::setAccent(const std::optional<QColor>& accent)
         return;
     m_accent = accent;
     update();
+}
+
+void Theme::setTextScale(double scale)
+{
+    const double bounded = std::clamp(scale, 0.5, 3.0);
+    if (qFuzzyCompare(m_textScale, bounded))
+        return;
+    m_textScale = bounded;
+    Q_EMIT changed();
 }
 
 void Theme::update()

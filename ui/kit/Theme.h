@@ -39,13 +39,19 @@ public:
     [[nodiscard]] QColor overlayOutline() const { return m_accent.value_or(QColor(0x4C, 0x83, 0xF5)); }
     /// How long an animation of that length takes: not at all where the desktop asks for no motion.
     [[nodiscard]] std::chrono::milliseconds duration(std::chrono::milliseconds wanted) const;
+    /// By how much the person wants text larger than it is designed, from 0.5 to 3.
+    [[nodiscard]] double textScale() const { return m_textScale; }
+    /// A length that holds text, as it is with the person's text size.
+    [[nodiscard]] int scaled(int pixels) const { return qRound(pixels * m_textScale); }
     /// The desktop's family, then the ones for Chinese and Japanese.
+    /// @param pixelSize as designed; the font has it as the person wants it.
     [[nodiscard]] QFont font(int pixelSize, QFont::Weight weight = QFont::Normal) const;
     /// The colours as Qt's own widgets take them.
     [[nodiscard]] QPalette palette() const;
 
     void setDark(bool isDark);
     void setAccent(const std::optional<QColor>& accent);
+    void setTextScale(double scale);
     void setReducedMotion(bool isReduced) { m_reducesMotion = isReduced; }
 
 Q_SIGNALS:
@@ -57,6 +63,7 @@ private:
     bool m_isDark = false;
     bool m_reducesMotion = false;
     bool m_hasDemiBold;
+    double m_textScale = 1;
     std::optional<QColor> m_accent;
     ThemeColours m_colours;
 };
