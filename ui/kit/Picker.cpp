@@ -1,6 +1,5 @@
 #include "ui/kit/Picker.h"
 
-#include "ui/kit/Menu.h"
 #include "ui/kit/SingleLine.h"
 #include "ui/kit/Symbol.h"
 #include "ui/kit/Theme.h"

@@ -2,6 +2,7 @@
 
 #include "ui/kit/FocusRing.h"
 #include "ui/kit/HoverFade.h"
+#include "ui/kit/Menu.h"
 
 #include <QComboBox>
 #include <QPointer>
@@ -10,7 +11,6 @@
 
 namespace tessary {
 
-class Menu;
 class Theme;
 
 /// One of a few values, chosen from a menu. A value that is none of the choices is shown as it is, and is
