@@ -42,7 +42,8 @@ Picker::Picker(const Theme& theme, QList<int> choices, Naming naming, QWidget* p
 
 void Picker::setValue(int value)
 {
-    if (value == this->value())
+    const bool isListed = count() == m_choices.size() || !m_choices.contains(value);
+    if (value == this->value() && isListed)
         return;
     fill(value);
     updateGeometry();

@@ -27,7 +27,8 @@ constexpr int kRadius = 16;
 constexpr int kHostRadius = 18;
 constexpr int kPadding = 20;
 constexpr int kGap = 12;
-constexpr int kButtonGap = 2; // and twice 3 that buttons reach beyond their faces
+constexpr int kRing = 3;      // that buttons reach beyond their faces
+constexpr int kButtonGap = 2; // and twice the ring
 constexpr double kDim = 0.32;
 const ThemedLabel::Look kTitle{Theme::kTitleSize, QFont::DemiBold, &ThemeColours::text, 22};
 const ThemedLabel::Look kNothing{Theme::kBodySize, QFont::Normal, &ThemeColours::secondaryText, 20};
@@ -82,19 +83,23 @@ void ApplicationChooser::addParts()
     m_cancel->setText(tr("取消"));
     m_add->setText(tr("添加"));
     auto* buttons = new QHBoxLayout;
-    buttons->setContentsMargins(-3, 0, -3, -3);
+    buttons->setContentsMargins(0, 0, 0, 0);
     buttons->setSpacing(kButtonGap);
     buttons->addWidget(m_pick);
     buttons->addStretch(1);
     buttons->addWidget(m_cancel);
     buttons->addWidget(m_add);
     auto* column = new QVBoxLayout(m_card);
-    column->setContentsMargins(kPadding, kPadding, kPadding, kPadding);
+    column->setContentsMargins(kPadding - kRing, kPadding, kPadding - kRing, kPadding - kRing);
     column->setSpacing(kGap);
-    column->addWidget(m_title);
-    column->addWidget(m_search);
-    column->addWidget(m_list, 1);
-    column->addWidget(m_nothing, 1);
+    auto* parts = new QVBoxLayout;
+    parts->setContentsMargins(kRing, 0, kRing, 0);
+    parts->setSpacing(kGap);
+    parts->addWidget(m_title);
+    parts->addWidget(m_search);
+    parts->addWidget(m_list, 1);
+    parts->addWidget(m_nothing, 1);
+    column->addLayout(parts, 1);
     column->addLayout(buttons);
     showState();
 }

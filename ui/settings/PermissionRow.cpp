@@ -34,14 +34,13 @@ PermissionRow::PermissionRow(const Theme& theme, const QString& symbol, const QS
     m_request->setAccessibleName(m_request->text());
     m_request->setAccessibleDescription(name);
     auto* state = new QWidget;
-    auto* line = new QHBoxLayout(state);
-    line->setContentsMargins(0, 0, 0, 0);
-    line->setSpacing(kGap);
-    line->addWidget(m_granted);
-    line->addWidget(m_missing);
-    line->addWidget(m_word);
-    addControl(*state, Bleed::None);
-    addControl(*m_request, Bleed::None);
+    m_stateLine = new QHBoxLayout(state);
+    m_stateLine->setSpacing(kGap);
+    m_stateLine->addWidget(m_granted);
+    m_stateLine->addWidget(m_missing);
+    m_stateLine->addWidget(m_word);
+    addControl(*state);
+    addControl(*m_request);
     connect(m_request, &QAbstractButton::clicked, this, &PermissionRow::requested);
     setGranted(false);
 }
@@ -50,6 +49,7 @@ void PermissionRow::setGranted(bool isGranted)
 {
     m_isGranted = isGranted;
     m_granted->setVisible(isGranted);
+    m_stateLine->setContentsMargins(0, 0, isGranted ? static_cast<int>(Bleed::Ring) : 0, 0);
     for (QWidget* part :
          {static_cast<QWidget*>(m_missing), static_cast<QWidget*>(m_word), static_cast<QWidget*>(m_request)})
         part->setVisible(!isGranted);

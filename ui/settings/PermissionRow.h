@@ -22,6 +22,7 @@ Q_SIGNALS:
 
 private:
     bool m_isGranted = false;
+    QHBoxLayout* m_stateLine = nullptr;
     SymbolView* m_granted;
     SymbolView* m_missing;
     ThemedLabel* m_word;

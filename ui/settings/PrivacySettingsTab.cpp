@@ -20,7 +20,6 @@ namespace tessary {
 namespace {
 
 constexpr int kIcon = 16;
-constexpr int kRing = 3; // that buttons reach beyond their faces
 
 } // namespace
 
@@ -242,7 +241,7 @@ void PrivacySettingsTab::addClearing()
 {
     auto* line = new QWidget;
     auto* layout = new QHBoxLayout(line);
-    layout->setContentsMargins(0, 0, -kRing, 0);
+    layout->setContentsMargins(0, 0, 0, 0);
     layout->addStretch(1);
     auto* clear = new PushButton(theme(), PushButton::Role::Destructive);
     clear->setText(tr("清空全部数据..."));

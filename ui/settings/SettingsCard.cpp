@@ -28,6 +28,7 @@ SettingsCard::SettingsCard(const Theme& theme, QWidget* parent)
 SettingsRow& SettingsCard::add(SettingsRow* row)
 {
     m_column->addWidget(row);
+    row->show(); // now: it may be given the focus
     m_rows.append(row);
     return *row;
 }

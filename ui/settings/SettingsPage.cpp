@@ -47,6 +47,7 @@ SettingsPage::SettingsPage(const Theme& theme, QWidget* parent) : QScrollArea(pa
 
 void SettingsPage::addWidget(QWidget* widget)
 {
+    // The ends of all faces, and of the cards, are in one line: what has no ring stays away from it.
     if (m_column->count() > 1)
         m_column->insertSpacing(m_column->count() - 1, kGroupGap);
     m_column->insertWidget(m_column->count() - 1, widget);
@@ -71,14 +72,17 @@ SettingsCard& SettingsPage::addGroup(const QString& title, const QString& note, 
             texts->addWidget(label);
         }
         auto* heading = new QHBoxLayout;
-        heading->setContentsMargins(0, 0, -kRing, kHeadingGap - (button != nullptr ? kRing : 0));
+        heading->setContentsMargins(0, 0, 0, kHeadingGap - (button != nullptr ? kRing : 0));
         heading->addLayout(texts, 1);
         if (button != nullptr)
             heading->addWidget(button, 0, Qt::AlignBottom);
         column->addLayout(heading);
         card->setAccessibleName(title);
     }
-    column->addWidget(card);
+    auto* line = new QHBoxLayout;
+    line->setContentsMargins(0, 0, kRing, 0);
+    line->addWidget(card);
+    column->addLayout(line);
     addWidget(group);
     return *card;
 }
@@ -105,7 +109,7 @@ void SettingsPage::layOut()
 {
     const int wanted = std::min(m_theme.scaled(kWidest), width() - 2 * kLeastMargin);
     const int margin = (width() - wanted) / 2;
-    m_column->setContentsMargins(margin, kTop, margin, kBottom);
+    m_column->setContentsMargins(margin, kTop, margin - kRing, kBottom);
 }
 
 void SettingsPage::resizeEvent(QResizeEvent* event)

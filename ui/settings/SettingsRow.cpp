@@ -20,6 +20,7 @@ constexpr int kPadding = 8;     // above and below texts
 constexpr int kRingPadding = 5; // above and below controls, which have room for their ring
 constexpr int kWarningSymbol = 12;
 constexpr int kSmallGap = 4;
+constexpr int kLabelLine = 20;
 
 } // namespace
 
@@ -109,18 +110,30 @@ void SettingsRow::setPlaceholder()
 
 void SettingsRow::alignAtTop()
 {
-    m_line->setAlignment(m_symbol, Qt::AlignTop);
-    m_line->setAlignment(m_controls, Qt::AlignTop);
-    // In the middle of the label's line.
-    m_symbol->setContentsMargins(0, 0, 0, 0);
-    m_line->setContentsMargins(kLeft, kRingPadding + kSmallGap + 1, kRight, kRingPadding);
-    m_texts->setContentsMargins(0, 0, 0, kPadding - kRingPadding);
+    m_line->removeItem(m_controls);
+    m_controls->setParent(nullptr);
+    m_texts->removeWidget(m_label);
+    auto* first = new QHBoxLayout;
+    first->setSpacing(kGap);
+    first->addWidget(m_label, 1);
+    first->addLayout(m_controls);
+    m_texts->insertLayout(1, first);
+    m_texts->insertSpacing(2, kSmallGap);
+    // In the middle of the first line.
+    auto* column = new QVBoxLayout;
+    m_line->removeWidget(m_symbol);
+    column->addSpacing(kPadding - kRingPadding + (m_theme.scaled(kLabelLine) - kSymbol) / 2);
+    column->addWidget(m_symbol);
+    column->addStretch(1);
+    m_line->insertLayout(0, column);
 }
 
 void SettingsRow::addControl(QWidget& control, Bleed bleed)
 {
-    if (control.accessibleName().isEmpty())
+    if (control.accessibleName().isEmpty()) {
         control.setAccessibleName(label());
+        m_label->setBuddy(&control); // what a screen reader calls a combo box, whose name is its value
+    }
     m_controls->addWidget(&control, 0, Qt::AlignVCenter);
     m_line->setContentsMargins(kLeft, m_line->contentsMargins().top(), kRight - static_cast<int>(bleed),
                                kRingPadding);

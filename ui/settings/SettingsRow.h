@@ -37,7 +37,7 @@ public:
     void setLabelElided(const QString& label);
     /// Nothing is here: the label is secondary.
     void setPlaceholder();
-    /// The controls stand in line with the label, not in the middle of label and note.
+    /// The controls stand in line with the label, and the note has the whole width. Before there are any.
     void alignAtTop();
     /// At the right end, after those added before. Gets the label as its accessible name unless it has one.
     void addControl(QWidget& control, Bleed bleed = Bleed::Ring);

@@ -114,6 +114,7 @@ void SettingsView::addPages()
     connect(m_privacy, &PrivacySettingsTab::pickingBegan, this, &SettingsView::pickingBegan);
     connect(m_privacy, &PrivacySettingsTab::pickingEnded, this, &SettingsView::pickingEnded);
     showScrolled();
+    m_tabs->setFocus(Qt::OtherFocusReason);
 }
 
 void SettingsView::addPage(SettingsPage* page)

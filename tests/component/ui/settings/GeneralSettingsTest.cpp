@@ -1,5 +1,6 @@
 #include "tests/component/ui/settings/SettingsFixture.h"
 #include "ui/kit/Switch.h"
+#include "ui/kit/SymbolButton.h"
 #include "ui/settings/HotKeyButton.h"
 #include "ui/settings/HotKeyCaptureView.h"
 #include "ui/settings/HotKeyRecorder.h"

@@ -2,6 +2,7 @@
 #include "ui/kit/Menu.h"
 #include "ui/kit/Picker.h"
 #include "ui/kit/Switch.h"
+
 #include "ui/quicksearch/ItemFacts.h"
 
 #include <QAccessible>
@@ -110,7 +111,9 @@ TEST_F(StorageSettingsTest, APickerIsAComboBoxWithItsNameForScreenReaders)
     auto* face = QAccessible::queryAccessibleInterface(&picker(kLimit));
     ASSERT_NE(face, nullptr);
     EXPECT_EQ(face->role(), QAccessible::ComboBox);
-    EXPECT_EQ(face->text(QAccessible::Name), QString::fromUtf8(kLimit));
+    const auto labels = face->relations(QAccessible::Label);
+    ASSERT_EQ(labels.size(), 1);
+    EXPECT_EQ(labels.first().first->text(QAccessible::Name), QString::fromUtf8(kLimit));
 }
 
 TEST_F(StorageSettingsTest, CleaningUpIsASwitch)
