@@ -19,6 +19,7 @@ constexpr int kLeft = 12;
 constexpr int kRight = 8;
 constexpr int kGap = 8;
 constexpr int kChevrons = 12;
+constexpr int kMenuGap = 4;
 
 } // namespace
 
@@ -91,8 +92,9 @@ void Picker::showPopup()
         });
     }
     m_menu->setActiveAction(m_menu->actions().value(currentIndex()));
-    const QPoint below = mapToGlobal(QPoint(kRing, height() - kRing + 4));
-    m_menu->popup(below);
+    // The menu is the wider one, and ends where the picker does.
+    m_menu->popup(
+        mapToGlobal(QPoint(width() - kRing - m_menu->sizeHint().width(), height() - kRing + kMenuGap)));
     update();
 }
 
