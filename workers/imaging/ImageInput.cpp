@@ -1,6 +1,7 @@
 #include "workers/imaging/ImageInput.h"
 
 #include "workers/imaging/FormatSignature.h"
+#include "workers/imaging/PicturePart.h"
 
 #include <QFile>
 
@@ -52,105 +53,6 @@ GObjectPointer<VipsImage> intoSrgb(GObjectPointer<VipsImage> image)
     // A damaged profile is no reason to show nothing.
     vips_error_clear();
     return image;
-}
-
-template <typename Operation>
-GObjectPointer<VipsImage> applied(Operation operation)
-{
-    VipsImage* result = nullptr;
-    if (operation(&result) != 0)
-        throw vipsFailure();
-    return GObjectPointer<VipsImage>(result);
-}
-
-// --- parts ------------------------------------------------------------------
-
-/// A part of the picture as it is stored, which may be turned and mirrored.
-struct StoredPart {
-    QRectF part;
-    QSize size; // that it is to have
-};
-
-/// @param orientation as EXIF counts. @param upright the size of the upright picture.
-QRect asStored(const QRect& part, int orientation, const QSize& upright)
-{
-    const int right = upright.width() - part.x() - part.width();
-    const int bottom = upright.height() - part.y() - part.height();
-    switch (orientation) {
-    case 2:
-        return {right, part.y(), part.width(), part.height()};
-    case 3:
-        return {right, bottom, part.width(), part.height()};
-    case 4:
-        return {part.x(), bottom, part.width(), part.height()};
-    case 5:
-        return {part.y(), part.x(), part.height(), part.width()};
-    case 6:
-        return {part.y(), right, part.height(), part.width()};
-    case 7:
-        return {bottom, right, part.height(), part.width()};
-    case 8:
-        return {bottom, part.x(), part.height(), part.width()};
-    default:
-        return part;
-    }
-}
-
-StoredPart storedPart(VipsImage* image, const QRect& part, const QSize& size)
-{
-    constexpr int kFirstSideways = 5;
-    const int orientation = vips_image_get_orientation(image);
-    const bool isSideways = orientation >= kFirstSideways;
-    const QSize stored(vips_image_get_width(image), vips_image_get_height(image));
-    const QSize upright = isSideways ? stored.transposed() : stored;
-    if (!QRect(QPoint(), upright).contains(part))
-        throw ImagingFailure(ImagingFailure::Case::BadRequest, QStringLiteral("part"));
-    return {asStored(part, orientation, upright), isSideways ? size.transposed() : size};
-}
-
-bool isJpeg(VipsImage* image)
-{
-    const char* loader = nullptr;
-    return vips_image_get_typeof(image, VIPS_META_LOADER) != 0 &&
-           vips_image_get_string(image, VIPS_META_LOADER, &loader) == 0 &&
-           std::strncmp(loader, "jpeg", 4) == 0;
-}
-
-/// By how much the JPEG loader itself may make the picture smaller, leaving it twice as fine as wanted.
-int jpegShrink(const StoredPart& stored)
-{
-    const qreal ratio =
-        std::min(stored.part.width() / stored.size.width(), stored.part.height() / stored.size.height());
-    constexpr int kMost = 8;
-    int shrink = 1;
-    while (shrink < kMost && shrink * 4 <= ratio)
-        shrink *= 2;
-    return shrink;
-}
-
-/// @param place within the image, to fractions of a pixel.
-GObjectPointer<VipsImage> scaledPart(VipsImage* image, const QRectF& place, const QSize& size)
-{
-    const QRect whole(0, 0, vips_image_get_width(image), vips_image_get_height(image));
-    const QRect area = place.toAlignedRect() & whole;
-    GObjectPointer<VipsImage> picture = applied([&](VipsImage** out) {
-        return vips_extract_area(image, out, area.x(), area.y(), area.width(), area.height(), nullptr);
-    });
-    if (area.size() == size)
-        return picture;
-    const VipsBandFormat format = vips_image_get_format(picture.get());
-    const bool hasAlpha = vips_image_hasalpha(picture.get()) != FALSE;
-    if (hasAlpha)
-        picture = applied([&](VipsImage** out) { return vips_premultiply(picture.get(), out, nullptr); });
-    picture = applied([&](VipsImage** out) {
-        return vips_resize(picture.get(), out, qreal(size.width()) / area.width(), "vscale",
-                           qreal(size.height()) / area.height(), nullptr);
-    });
-    if (hasAlpha) {
-        picture = applied([&](VipsImage** out) { return vips_unpremultiply(picture.get(), out, nullptr); });
-        picture = applied([&](VipsImage** out) { return vips_cast(picture.get(), out, format, nullptr); });
-    }
-    return picture;
 }
 
 } // namespace
@@ -241,20 +143,14 @@ GObjectPointer<VipsImage> ImageInput::thumbnail(int maximumPixelSize) const
 GObjectPointer<VipsImage> ImageInput::part(const QRect& part, const QSize& size) const
 {
     GObjectPointer<VipsImage> whole = image(VIPS_ACCESS_SEQUENTIAL);
-    const StoredPart stored = storedPart(whole.get(), part, size);
-    QRectF place = stored.part;
-    const int shrink = isJpeg(whole.get()) ? jpegShrink(stored) : 1;
-    if (shrink > 1) {
-        const QSizeF before(vips_image_get_width(whole.get()), vips_image_get_height(whole.get()));
-        whole =
-            open(VIPS_ACCESS_SEQUENTIAL, QStringLiteral("[shrink=%1]").arg(shrink).toLatin1().constData());
-        const qreal x = vips_image_get_width(whole.get()) / before.width();
-        const qreal y = vips_image_get_height(whole.get()) / before.height();
-        place = QRectF(place.x() * x, place.y() * y, place.width() * x, place.height() * y);
+    PicturePart wanted = PicturePart::asStored(whole.get(), part, size);
+    if (const int shrink = wanted.loaderShrink(whole.get()); shrink > 1) {
+        const QByteArray options = "[shrink=" + QByteArray::number(shrink) + ']';
+        const GObjectPointer<VipsImage> smaller = open(VIPS_ACCESS_SEQUENTIAL, options.constData());
+        wanted.follow(whole.get(), smaller.get());
+        return intoSrgb(wanted.upright(smaller.get()));
     }
-    GObjectPointer<VipsImage> picture = scaledPart(whole.get(), place, stored.size);
-    picture = applied([&](VipsImage** out) { return vips_autorot(picture.get(), out, nullptr); });
-    return intoSrgb(std::move(picture));
+    return intoSrgb(wanted.upright(whole.get()));
 }
 
 } // namespace tessary::imaging
