@@ -24,6 +24,14 @@ void setAccessibleRole(QWidget& widget, QAccessible::Role role)
 {
     QAccessible::installFactory(interfaceFor); // more than once is as good as once
     widget.setProperty(kProperty, static_cast<int>(role));
+    renewAccess(widget);
+}
+
+/// Also where nobody listens: Qt makes and keeps what it tells of an object at the first event all the same.
+void renewAccess(QObject& object)
+{
+    if (QAccessibleInterface* known = QAccessible::queryAccessibleInterface(&object))
+        QAccessible::deleteAccessibleInterface(QAccessible::uniqueId(known));
 }
 
 } // namespace tessary

@@ -10,4 +10,8 @@ namespace tessary {
 /// rest. Takes the place of what Qt would tell of it.
 void setAccessibleRole(QWidget& widget, QAccessible::Role role);
 
+/// Lets Qt ask anew what the object is to them: it remembers what it was told first, which may have been
+/// before the object was complete.
+void renewAccess(QObject& object);
+
 } // namespace tessary

@@ -1,5 +1,6 @@
 #include "ui/kit/Banner.h"
 
+#include "ui/kit/AccessibleRole.h"
 #include "ui/kit/ElidedLines.h"
 #include "ui/kit/Symbol.h"
 #include "ui/kit/SymbolButton.h"
@@ -29,6 +30,7 @@ Banner::Banner(const Theme& theme, const QString& symbol, QWidget* parent)
       m_label(new QLabel(this)),
       m_close(new SymbolButton(theme, QStringLiteral("xmark"), this))
 {
+    setAccessibleRole(*this, QAccessible::AlertMessage);
     m_label->setTextFormat(Qt::PlainText);
     m_label->setTextInteractionFlags(Qt::TextSelectableByMouse);
     m_label->setFocusPolicy(Qt::NoFocus);

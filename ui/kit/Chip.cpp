@@ -1,5 +1,6 @@
 #include "ui/kit/Chip.h"
 
+#include "ui/kit/AccessibleRole.h"
 #include "ui/kit/SingleLine.h"
 #include "ui/kit/SymbolButton.h"
 #include "ui/kit/Theme.h"
@@ -25,6 +26,8 @@ Chip::Chip(const Theme& theme, const QString& text, QWidget* parent)
       m_text(text),
       m_remove(new SymbolButton(theme, QStringLiteral("xmark"), this))
 {
+    setAccessibleRole(*this, QAccessible::StaticText);
+    setAccessibleName(text);
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     setToolTip(text);
     m_remove->setSymbolSize(12);

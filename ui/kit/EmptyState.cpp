@@ -1,5 +1,6 @@
 #include "ui/kit/EmptyState.h"
 
+#include "ui/kit/AccessibleRole.h"
 #include "ui/kit/Spinner.h"
 #include "ui/kit/Symbol.h"
 #include "ui/kit/Theme.h"
@@ -45,6 +46,7 @@ EmptyState::EmptyState(const Theme& theme, QWidget* parent)
       m_theme(theme),
       m_spinner(new Spinner(theme, this))
 {
+    setAccessibleRole(*this, QAccessible::StaticText);
     m_spinner->hide();
     connect(&theme, &Theme::changed, this, [this] {
         placeSpinner();

@@ -1,5 +1,6 @@
 #include "ui/kit/KeyCap.h"
 
+#include "ui/kit/AccessibleRole.h"
 #include "ui/kit/SingleLine.h"
 #include "ui/kit/Symbol.h"
 #include "ui/kit/Theme.h"
@@ -59,6 +60,7 @@ KeyCap::KeyCap(const Theme& theme, const QString& text, QWidget* parent)
       m_theme(theme),
       m_text(text)
 {
+    setAccessibleRole(*this, QAccessible::StaticText);
     setAccessibleName(text);
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     connect(&theme, &Theme::changed, this, [this] {

@@ -1,5 +1,6 @@
 #include "ui/kit/SymbolButton.h"
 
+#include "ui/kit/AccessibleRole.h"
 #include "ui/kit/BlendedColour.h"
 #include "ui/kit/MenuButtonAccess.h"
 #include "ui/kit/SingleLine.h"
@@ -70,6 +71,7 @@ void SymbolButton::setOpensMenu()
 {
     m_opensMenu = true;
     MenuButtonAccess::install();
+    renewAccess(*this);
 }
 
 void SymbolButton::setHeld(bool isHeld)

@@ -1,5 +1,6 @@
 #include "ui/quicksearch/PicturePreview.h"
 
+#include "ui/kit/AccessibleRole.h"
 #include "ui/kit/EmptyState.h"
 #include "ui/kit/Theme.h"
 
@@ -30,6 +31,8 @@ PicturePreview::PicturePreview(const Theme& theme, Loader loader, QWidget* paren
       m_loader(std::move(loader)),
       m_missing(new EmptyState(theme, this))
 {
+    setAccessibleRole(*this, QAccessible::Graphic);
+    setAccessibleName(tr("预览"));
     m_missing->set(QStringLiteral("exclamationmark.triangle"), tr("无法载入图片"),
                    tr("原始图片可能已被移动或删除"));
     m_missing->hide();

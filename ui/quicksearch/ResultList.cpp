@@ -1,5 +1,6 @@
 #include "ui/quicksearch/ResultList.h"
 
+#include "ui/kit/AccessibleRole.h"
 #include "ui/kit/OverlayScrollBar.h"
 #include "ui/kit/Theme.h"
 #include "ui/quicksearch/QuickSearchResultRow.h"
@@ -29,6 +30,8 @@ ResultList::ResultList(const Theme& theme, ResultListModel& model, TileImages& t
       m_rows(model),
       m_delegate(new ResultRowDelegate(theme, model, tiles, this))
 {
+    ResultListAccess::install();
+    renewAccess(*this);
     setFrameShape(QFrame::NoFrame);
     setViewportMargins(kPadding, 0, kPadding, 0);
     setVerticalScrollMode(ScrollPerPixel);
@@ -39,7 +42,6 @@ ResultList::ResultList(const Theme& theme, ResultListModel& model, TileImages& t
     setMouseTracking(true);
     setTabKeyNavigation(false);
     setAccessibleName(tr("搜索结果"));
-    ResultListAccess::install();
     setItemDelegate(m_delegate);
     setModel(&model);
     new OverlayScrollBar(theme, *this);

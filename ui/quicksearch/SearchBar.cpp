@@ -8,12 +8,15 @@
 #include <QHBoxLayout>
 #include <QPainter>
 
+#include <algorithm>
+
 namespace tessary {
 namespace {
 
 constexpr int kHeight = 60;
 constexpr int kLensLeft = 26;
 constexpr int kLensSize = 20;
+constexpr int kLargestLens = 32; // its column is no wider
 constexpr int kFieldLeft = 68;
 constexpr int kFieldHeight = 36;
 constexpr int kLineHeight = 28;
@@ -74,9 +77,10 @@ void SearchBar::setPinned(bool isPinned)
 void SearchBar::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
-    painter.drawPixmap(kLensLeft, (height() - kLensSize) / 2,
+    const int size = std::min(m_theme.scaled(kLensSize), kLargestLens);
+    painter.drawPixmap(kLensLeft + (kLensSize - size) / 2, (height() - size) / 2,
                        Symbol(QStringLiteral("magnifyingglass"))
-                           .pixmap(kLensSize, m_theme.colours().secondaryText, devicePixelRatioF()));
+                           .pixmap(size, m_theme.colours().secondaryText, devicePixelRatioF()));
 }
 
 } // namespace tessary

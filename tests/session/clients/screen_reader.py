@@ -5,7 +5,7 @@ Everything goes through the accessibility bus; no key is pressed and no pointer 
 seconds for what it looks for, prints what it is asked for and exits 1 when that does not come about.
 
   tree                         the whole program: role, name, description, states, actions and value of each part
-  find ROLE NAME               waits until there is such a part that is shown, and prints its name
+  find ROLE NAME               waits until there is such a part, and prints its name
   gone ROLE NAME               waits until there is none
   count ROLE NAME              how many children it has
   act ROLE NAME ACTION         does one of its actions, such as Press or SetFocus
@@ -22,12 +22,14 @@ The environment's SCREEN_READER_PROGRAM names the program, Tessary without it.
 import os
 import sys
 import time
+import warnings
 
 import gi
 
 gi.require_version("Atspi", "2.0")
 from gi.repository import Atspi, GLib  # noqa: E402  (only after the version is known)
 
+warnings.simplefilter("ignore", DeprecationWarning)  # what replaces them is not in every version
 PATIENCE = 10
 MOST_CHILDREN = 300  # of one part; more are left out by `tree` and `find`
 PROGRAM = os.environ.get("SCREEN_READER_PROGRAM", "Tessary")
@@ -55,13 +57,12 @@ def children(part):
 
 
 def parts(part):
-    """All of them, the outer ones first, without what a hidden window holds."""
+    """All of them, the outer ones first, without what is hidden; what is scrolled away is there."""
     yield part
     for child in children(part):
         try:
-            if part.get_role_name() == "application" and "showing" not in states(child):
-                continue
-            yield from parts(child)
+            if "visible" in states(child) or child.get_role_name() == "list item":
+                yield from parts(child)
         except GLib.Error:
             continue  # gone meanwhile
 
@@ -79,7 +80,7 @@ def found(role, name):
         return None
     for part in parts(whole):
         try:
-            if matches(part, role, name) and "showing" in states(part):
+            if matches(part, role, name):
                 return part
         except GLib.Error:
             continue
@@ -165,7 +166,7 @@ def tree():
     def branch(part, depth):
         print("  " * depth + line(part))
         for child in children(part):
-            if "showing" in states(child) or depth > 0:
+            if "visible" in states(child) or child.get_role_name() == "list item":
                 branch(child, depth + 1)
         left_out = part.get_child_count() - MOST_CHILDREN
         if left_out > 0:
