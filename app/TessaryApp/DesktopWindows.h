@@ -10,6 +10,8 @@
 
 #include <memory>
 
+class QScreen;
+
 namespace tessary {
 
 class AppRuntime;
@@ -45,6 +47,7 @@ public:
     void restore() override;
 
 private:
+    void followScreen(QScreen* screen);
     void followAppearance();
 
     const DesktopAppearance& m_appearance;
