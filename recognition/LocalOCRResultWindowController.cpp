@@ -3,6 +3,7 @@
 #include "platform/WindowEffects.h"
 #include "recognition/LocalOCRResultView.h"
 #include "ui/kit/FramedWindow.h"
+#include "ui/kit/Theme.h"
 
 #include <QCursor>
 #include <QEvent>
@@ -30,6 +31,7 @@ LocalOCRResultWindowController::LocalOCRResultWindowController(const Theme& them
     : m_theme(theme),
       m_effects(effects)
 {
+    connect(&theme, &Theme::changed, this, &LocalOCRResultWindowController::fitText);
 }
 
 LocalOCRResultWindowController::~LocalOCRResultWindowController()
@@ -44,6 +46,7 @@ void LocalOCRResultWindowController::show(RecognitionResult result)
     m_window->setWindowTitle(tr("OCR 识别结果"));
     m_window->setComposited(m_effects.isComposited());
     m_window->setBodySizes(kSmallest, kSmallest, kLargest);
+    fitText();
     m_view = new LocalOCRResultView(m_theme, std::move(result), &m_window->body());
     auto* layout = new QVBoxLayout(&m_window->body());
     layout->setContentsMargins(0, 0, 0, 0);
@@ -87,6 +90,7 @@ void LocalOCRResultWindowController::closeSoon()
 void LocalOCRResultWindowController::discard()
 {
     m_view = nullptr;
+    m_smallest = kSmallest;
     m_window.reset();
 }
 
@@ -108,8 +112,24 @@ void LocalOCRResultWindowController::place()
     m_window->winId(); // there is a native window to put on that screen
     m_window->windowHandle()->setScreen(screen);
     const QRect room = screen->availableGeometry();
-    m_window->moveBody(room.topLeft() + QPoint((room.width() - kSmallest.width()) / 2,
-                                               (room.height() - kSmallest.height()) / 2));
+    const QSize size = m_window->body().size();
+    m_window->moveBody(room.topLeft() +
+                       QPoint((room.width() - size.width()) / 2, (room.height() - size.height()) / 2));
+}
+
+/// Larger text wants a larger window, as far as there is room.
+void LocalOCRResultWindowController::fitText()
+{
+    if (!m_window)
+        return;
+    const QScreen* screen = screenUnderPointer();
+    const QSize room = screen != nullptr ? screen->availableGeometry().size() : kLargest;
+    const QSize wanted(m_theme.scaled(kSmallest.width()), m_theme.scaled(kSmallest.height()));
+    const QSize smallest = wanted.boundedTo(kLargest).boundedTo(room).expandedTo(kSmallest);
+    const QSize now = m_window->body().size();
+    if (smallest != m_smallest || !now.isValid())
+        m_window->setBodySizes(now.expandedTo(smallest), smallest, kLargest);
+    m_smallest = smallest;
 }
 
 /// What the shadow lies on gets the clicks on it.

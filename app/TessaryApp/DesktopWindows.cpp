@@ -7,15 +7,32 @@
 #include "store/FileImageCache.h"
 #include "ui/OrdinaryWindows.h"
 #include "ui/kit/FramedWindow.h"
+#include "ui/kit/TextScale.h"
 #include "ui/preview/PreviewWindow.h"
 #include "ui/quicksearch/KeyableSearchPanel.h"
 #include "ui/quicksearch/QuickSearchPanelController.h"
 #include "ui/settings/SettingsWindowController.h"
 
+#include <QGuiApplication>
+#include <QScreen>
+#include <QToolTip>
+
 #include <algorithm>
 #include <utility>
 
 namespace tessary {
+namespace {
+
+/// Without what somebody asked of Qt on top of it.
+double screenScale()
+{
+    const QScreen* screen = QGuiApplication::primaryScreen();
+    bool isGiven = false;
+    const double given = qEnvironmentVariable("QT_SCALE_FACTOR").toDouble(&isGiven);
+    return screen == nullptr ? 1 : screen->devicePixelRatio() / (isGiven && given > 0 ? given : 1);
+}
+
+} // namespace
 
 DesktopWindows::DesktopWindows(const DesktopAppearance& appearance, WindowEffects& effects, Clock& clock,
                                const ApplicationSources& applications)
@@ -25,16 +42,29 @@ DesktopWindows::DesktopWindows(const DesktopAppearance& appearance, WindowEffect
       m_regionSelection(m_theme, effects, clock)
 {
     connect(&appearance, &DesktopAppearance::changed, this, &DesktopWindows::followAppearance);
-    followAppearance();
+    connect(qGuiApp, &QGuiApplication::primaryScreenChanged, this, &DesktopWindows::followScreen);
+    followScreen(QGuiApplication::primaryScreen());
 }
 
 DesktopWindows::~DesktopWindows() = default;
+
+/// Its resolution may have the person's text size in it.
+void DesktopWindows::followScreen(QScreen* screen)
+{
+    if (screen != nullptr)
+        connect(screen, &QScreen::logicalDotsPerInchChanged, this, &DesktopWindows::followAppearance,
+                Qt::UniqueConnection);
+    followAppearance();
+}
 
 void DesktopWindows::followAppearance()
 {
     m_theme.setDark(m_appearance.colourScheme() == DesktopAppearance::ColourScheme::Dark);
     m_theme.setAccent(m_appearance.accentColour());
     m_theme.setReducedMotion(m_appearance.reducedMotion());
+    m_theme.setTextScale(remainingTextScale(m_appearance.textScale(), screenScale()));
+    QToolTip::setPalette(m_theme.palette());
+    QToolTip::setFont(m_theme.font(Theme::kCaptionSize));
 }
 
 void DesktopWindows::attach(AppRuntime& runtime)

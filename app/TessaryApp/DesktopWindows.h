@@ -11,6 +11,8 @@
 
 #include <memory>
 
+class QScreen;
+
 namespace tessary {
 
 class AppRuntime;
@@ -48,6 +50,7 @@ public:
     void restore() override;
 
 private:
+    void followScreen(QScreen* screen);
     void followAppearance();
 
     const DesktopAppearance& m_appearance;

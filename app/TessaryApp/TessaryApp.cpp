@@ -27,6 +27,7 @@ TessaryApp::TessaryApp(LibraryBusObject& bus)
                 {m_session.installedApplications(), m_session.platform().applicationIcons,
                  m_session.windowPicker()}),
       m_runtime(m_session.platform(), m_windows),
+      m_rewrittenSettings(m_runtime),
       m_menu(m_runtime, m_windows.theme()),
       m_menuBar(m_runtime.settings(), m_session.appearance(), m_session.statusHosts(),
                 [this](StatusHosts::Kind kind) { return makeStatusItem(kind); })

@@ -25,6 +25,7 @@ protected:
     void resizeEvent(QResizeEvent* event) override;
 
 private:
+    void applyTheme();
     [[nodiscard]] QString shownText() const;
 
     const Theme& m_theme;

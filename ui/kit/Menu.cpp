@@ -33,11 +33,19 @@ Menu::Menu(const Theme& theme, bool isTranslucent, QWidget* parent)
     auto* style = new MenuStyle(theme);
     style->setParent(this);
     setStyle(style);
-    setFont(theme.font(Theme::kBodySize));
-    setPalette(theme.palette());
+    applyTheme();
     setWindowFlags(windowFlags() | Qt::FramelessWindowHint | Qt::NoDropShadowWindowHint);
     setAttribute(Qt::WA_TranslucentBackground, isTranslucent);
-    connect(&theme, &Theme::changed, this, [this] { setPalette(m_theme.palette()); });
+    connect(&theme, &Theme::changed, this, &Menu::applyTheme);
+}
+
+void Menu::applyTheme()
+{
+    setFont(m_theme.font(Theme::kBodySize)); // measures its rows anew, too
+    setPalette(m_theme.palette());
+    if (isVisible())
+        adjustSize();
+    update();
 }
 
 QAction* Menu::add(const QString& symbol, const QString& text)

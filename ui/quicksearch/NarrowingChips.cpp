@@ -11,6 +11,7 @@ namespace tessary {
 namespace {
 
 constexpr int kHeight = 36;
+constexpr int kLineHeight = 16;
 constexpr int kLeft = 68;
 constexpr int kRight = 20;
 constexpr int kBelow = 12;
@@ -29,7 +30,6 @@ NarrowingChips::NarrowingChips(const Theme& theme, QWidget* parent)
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setWidgetResizable(true);
-    setFixedHeight(kHeight);
     setViewportMargins(kLeft, 0, kRight, 0);
     m_row->setAutoFillBackground(false);
     viewport()->setAutoFillBackground(false);
@@ -37,8 +37,14 @@ NarrowingChips::NarrowingChips(const Theme& theme, QWidget* parent)
     m_layout->setSpacing(kGap);
     setWidget(m_row);
     m_row->setAutoFillBackground(false); // setWidget turned it on
-    connect(&theme, &Theme::changed, this, &NarrowingChips::rebuild);
+    connect(&theme, &Theme::changed, this, &NarrowingChips::applyTheme);
+    applyTheme();
     hide();
+}
+
+void NarrowingChips::applyTheme()
+{
+    setFixedHeight(m_theme.fitting(kHeight, kLineHeight));
 }
 
 void NarrowingChips::set(const QList<Narrowing>& narrowings)

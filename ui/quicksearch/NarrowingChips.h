@@ -27,6 +27,7 @@ protected:
     void wheelEvent(QWheelEvent* event) override;
 
 private:
+    void applyTheme();
     void rebuild();
 
     const Theme& m_theme;

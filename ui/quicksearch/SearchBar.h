@@ -27,6 +27,8 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
+    void applyTheme();
+
     const Theme& m_theme;
     SearchField* m_field;
     SymbolButton* m_filter;

@@ -58,6 +58,8 @@ void TextPage::applyTheme()
     palette.setColor(QPalette::Base, Qt::transparent);
     m_view->setPalette(palette);
     m_view->setFont(m_theme.font(Theme::kBodySize));
+    if (m_shown > 0)
+        refill(); // line heights and the note's colour are in the document
     update();
 }
 
@@ -65,13 +67,18 @@ void TextPage::setText(const QString& text, const QString& note)
 {
     if (m_text == text && m_note == note && m_shown > 0)
         return;
-    m_nextPiece.stop();
     m_text = text;
     m_note = note;
+    refill();
+}
+
+void TextPage::refill()
+{
+    m_nextPiece.stop();
     m_shown = 0;
     m_view->clear();
     QTextBlockFormat format;
-    format.setLineHeight(kLineHeight, QTextBlockFormat::FixedHeight);
+    format.setLineHeight(m_theme.scaled(kLineHeight), QTextBlockFormat::FixedHeight);
     QTextCursor(m_view->document()).setBlockFormat(format);
     appendPiece();
     m_view->verticalScrollBar()->setValue(0);

@@ -32,6 +32,7 @@ protected:
 
 private:
     void applyTheme();
+    void refill();
     void appendPiece();
     void appendNote();
 
