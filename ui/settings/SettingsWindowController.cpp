@@ -3,6 +3,7 @@
 #include "app/AppRuntime.h"
 #include "platform/WindowEffects.h"
 #include "ui/kit/FramedWindow.h"
+#include "ui/kit/Theme.h"
 #include "ui/settings/SettingsView.h"
 
 #include <QCursor>
@@ -28,7 +29,8 @@ QScreen* screenUnderPointer()
 
 SettingsWindowController::SettingsWindowController(const Theme& theme, AppRuntime& runtime,
                                                    WindowEffects& effects, const ApplicationSources& sources)
-    : m_runtime(runtime),
+    : m_theme(theme),
+      m_runtime(runtime),
       m_effects(effects),
       m_window(std::make_unique<FramedWindow>(theme, SettingsView::kCornerRadius, Qt::Window)),
       m_view(new SettingsView(theme, runtime, effects, sources, &m_window->body()))
@@ -103,6 +105,10 @@ void SettingsWindowController::place()
         return;
     }
     m_wasPlaced = true;
+    // Larger text wants a larger window.
+    m_window->setBodySizes(
+        QSize(m_theme.scaled(kFirst.width()), m_theme.scaled(kFirst.height())).boundedTo(kLargest), kSmallest,
+        kLargest);
     m_window->windowHandle()->setScreen(screen);
     fitScreen(*screen);
     const QRect room = screen->availableGeometry();

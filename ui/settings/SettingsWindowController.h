@@ -47,6 +47,7 @@ private:
     void standAside();
     void comeBack();
 
+    const Theme& m_theme;
     AppRuntime& m_runtime;
     WindowEffects& m_effects;
     std::unique_ptr<FramedWindow> m_window;
