@@ -37,6 +37,11 @@ Menu::Menu(const Theme& theme, bool isTranslucent, QWidget* parent)
     setWindowFlags(windowFlags() | Qt::FramelessWindowHint | Qt::NoDropShadowWindowHint);
     setAttribute(Qt::WA_TranslucentBackground, isTranslucent);
     connect(&theme, &Theme::changed, this, &Menu::applyTheme);
+    // Who chooses through a screen reader leaves it open.
+    connect(this, &QMenu::triggered, this, [this] {
+        if (isVisible())
+            close();
+    });
 }
 
 void Menu::applyTheme()
