@@ -46,10 +46,12 @@ Menu::Menu(const Theme& theme, bool isTranslucent, QWidget* parent)
 
 void Menu::applyTheme()
 {
-    setFont(m_theme.font(Theme::kBodySize)); // measures its rows anew, too
+    const QFont font = m_theme.font(Theme::kBodySize);
+    const bool isOtherSize = this->font().pixelSize() != font.pixelSize();
+    setFont(font);
     setPalette(m_theme.palette());
-    if (isVisible())
-        adjustSize();
+    if (isVisible() && isOtherSize)
+        popup(pos()); // measures its rows anew, and scrolls where they are too many
     update();
 }
 
