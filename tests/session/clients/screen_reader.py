@@ -16,10 +16,11 @@ seconds for what it looks for, prints what it is asked for and exits 1 when that
   value ROLE NAME [NUMBER]     its number; sets it first where there is one
   listen EVENT...              prints each such event as it comes: its kind, and role and name of its source
 
-ROLE is as `tree` prints it. NAME is the whole name, or with a * at its end only how it starts.
+ROLE is as `tree` prints it. NAME is the whole name; a * in it stands for anything.
 The environment's SCREEN_READER_PROGRAM names the program, Tessary without it.
 """
 import os
+import re
 import sys
 import time
 import warnings
@@ -70,8 +71,8 @@ def parts(part):
 def matches(part, role, name):
     if part.get_role_name() != role:
         return False
-    own = part.get_name()
-    return own.startswith(name[:-1]) if name.endswith("*") else own == name
+    pattern = ".*".join(re.escape(piece) for piece in name.split("*"))
+    return re.fullmatch(pattern, part.get_name(), re.DOTALL) is not None
 
 
 def found(role, name):

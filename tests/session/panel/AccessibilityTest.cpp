@@ -40,13 +40,13 @@ TEST_F(AccessibilityTest, AnItemIsFoundChosenAndPastedWithTheTreeAlone)
     ASSERT_TRUE(lists(2));
     PasteTarget& target = open(PasteTarget::Kind::Gtk3);
     ASSERT_TRUE(opensPanel());
-    ChildProcess& listener = listening({QStringLiteral("object:selection-changed"),
+    ChildProcess& listener = listening({QStringLiteral("object:state-changed:selected"),
                                         QStringLiteral("object:property-change:accessible-name")});
     reader({QStringLiteral("set"), QStringLiteral("text"), field, QStringLiteral("afar")});
     EXPECT_EQ(reader({QStringLiteral("text"), QStringLiteral("text"), field}), QStringLiteral("afar"));
     reader({QStringLiteral("find"), QStringLiteral("status bar"), QStringLiteral("1 个结果")});
     EXPECT_TRUE(listener.printed(QStringLiteral("accessible-name\tstatus bar\t1 个结果")));
-    EXPECT_TRUE(listener.printed(QStringLiteral("selection-changed\tlist\t搜索结果")));
+    EXPECT_TRUE(listener.printed(QStringLiteral("selected\tlist item\tGrüße 世界 from afar")));
     const QString row = QStringLiteral("Grüße 世界 from afar, 文字*");
     reader({QStringLiteral("state"), QStringLiteral("list item"), row, QStringLiteral("selected")});
     reader({QStringLiteral("act"), QStringLiteral("list item"), row, QStringLiteral("Press")});
@@ -84,6 +84,16 @@ TEST_F(AccessibilityTest, ButtonsTellWhatTheyAreAndWhetherTheyAreOnOrOpen)
     reader({QStringLiteral("act"), checkBox, pin, QStringLiteral("Toggle")});
     reader({QStringLiteral("state"), checkBox, pin, QStringLiteral("checked")});
     reader({QStringLiteral("find"), QStringLiteral("push button"), QStringLiteral("设置")});
+    const QString button = QStringLiteral("push button");
+    const QString filter = QStringLiteral("过滤");
+    reader({QStringLiteral("state"), button, filter, QStringLiteral("!expanded")});
+    reader({QStringLiteral("act"), button, filter, QStringLiteral("ShowMenu")});
+    reader({QStringLiteral("state"), button, filter, QStringLiteral("expanded")});
+    const QString menuItem = QStringLiteral("menu item");
+    reader({QStringLiteral("state"), menuItem, QStringLiteral("最新优先"), QStringLiteral("!checked")});
+    reader({QStringLiteral("act"), menuItem, QStringLiteral("最新优先"), QStringLiteral("Press")});
+    reader({QStringLiteral("gone"), menuItem, QStringLiteral("最新优先")});
+    reader({QStringLiteral("state"), button, filter, QStringLiteral("!expanded")});
 }
 
 } // namespace
