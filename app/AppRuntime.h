@@ -128,6 +128,8 @@ public:
     /// Shows the item's original file in the file manager, or the library's copy when the original is gone.
     /// A text has no file: that is told in `lastError`, as is any failure.
     void revealInFinder(const ScreenshotRecord& record);
+    /// Shows the library's folder in the file manager; a failure is told in `lastError`.
+    void revealLibrary();
     [[nodiscard]] QCoro::Task<> saveMetadata(ScreenshotRecord record, QStringList tags, QString note);
 
 Q_SIGNALS:

@@ -11,16 +11,14 @@
 #include "ui/preview/PreviewWindow.h"
 #include "ui/quicksearch/KeyableSearchPanel.h"
 #include "ui/quicksearch/QuickSearchPanelController.h"
+#include "ui/settings/SettingsWindowController.h"
 
 #include <QGuiApplication>
-#include <QLoggingCategory>
 #include <QScreen>
 #include <QToolTip>
 
 #include <algorithm>
 #include <utility>
-
-Q_LOGGING_CATEGORY(lcWindows, "tessary.windows")
 
 namespace tessary {
 namespace {
@@ -36,9 +34,11 @@ double screenScale()
 
 } // namespace
 
-DesktopWindows::DesktopWindows(const DesktopAppearance& appearance, WindowEffects& effects, Clock& clock)
+DesktopWindows::DesktopWindows(const DesktopAppearance& appearance, WindowEffects& effects, Clock& clock,
+                               const ApplicationSources& applications)
     : m_appearance(appearance),
       m_effects(effects),
+      m_applications(applications),
       m_regionSelection(m_theme, effects, clock)
 {
     connect(&appearance, &DesktopAppearance::changed, this, &DesktopWindows::followAppearance);
@@ -84,6 +84,7 @@ void DesktopWindows::detach()
     m_quickSearch.reset();
     for (const QPointer<PreviewWindow>& preview : std::exchange(m_previews, {}))
         delete preview.data();
+    m_settings.reset();
     m_ordinaryWindows.reset();
     m_runtime = nullptr;
 }
@@ -107,7 +108,14 @@ void DesktopWindows::hideQuickSearch()
 
 void DesktopWindows::showSettings()
 {
-    qCInfo(lcWindows, "the settings window was asked for; this version has none yet");
+    if (m_runtime == nullptr)
+        return;
+    if (!m_settings) {
+        m_settings =
+            std::make_unique<SettingsWindowController>(m_theme, *m_runtime, m_effects, m_applications);
+        m_ordinaryWindows->add(m_settings->window());
+    }
+    m_settings->show();
 }
 
 void DesktopWindows::showPreview(const ScreenshotRecord& record)
@@ -147,6 +155,8 @@ bool DesktopWindows::withdraw()
         hideQuickSearch();
     if (FramedWindow* const result = m_localOCRController->window())
         had = m_withdrawn.withdraw(*result) || had;
+    if (m_settings)
+        had = m_withdrawn.withdraw(m_settings->window()) || had;
     for (const QPointer<PreviewWindow>& preview : m_previews)
         had = (preview && m_withdrawn.withdraw(*preview)) || had;
     return had;

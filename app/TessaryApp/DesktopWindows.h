@@ -4,6 +4,7 @@
 #include "recognition/RegionSelectionController.h"
 #include "ui/WithdrawnWindows.h"
 #include "ui/kit/Theme.h"
+#include "ui/settings/ApplicationSources.h"
 
 #include <QList>
 #include <QPointer>
@@ -21,13 +22,15 @@ class LocalOCRResultWindowController;
 class OrdinaryWindows;
 class PreviewWindow;
 class QuickSearchPanelController;
+class SettingsWindowController;
 class WindowEffects;
 
 /// The windows, and the looks that they share.
 class DesktopWindows : public QObject, public WindowPresenter {
     Q_OBJECT
 public:
-    DesktopWindows(const DesktopAppearance& appearance, WindowEffects& effects, Clock& clock);
+    DesktopWindows(const DesktopAppearance& appearance, WindowEffects& effects, Clock& clock,
+                   const ApplicationSources& applications);
     ~DesktopWindows() override;
 
     [[nodiscard]] const Theme& theme() const { return m_theme; }
@@ -52,6 +55,7 @@ private:
 
     const DesktopAppearance& m_appearance;
     WindowEffects& m_effects;
+    ApplicationSources m_applications;
     Theme m_theme;
     RegionSelectionController m_regionSelection;
     AppRuntime* m_runtime = nullptr; // while attached
@@ -59,7 +63,8 @@ private:
     std::unique_ptr<QuickSearchPanelController> m_quickSearch;
     std::unique_ptr<OrdinaryWindows> m_ordinaryWindows; // while attached
     std::unique_ptr<LocalOCRResultWindowController> m_localOCRController;
-    QList<QPointer<PreviewWindow>> m_previews; // each deletes itself when it is closed
+    std::unique_ptr<SettingsWindowController> m_settings; // once it was asked for
+    QList<QPointer<PreviewWindow>> m_previews;            // each deletes itself when it is closed
 };
 
 } // namespace tessary

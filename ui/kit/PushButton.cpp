@@ -74,6 +74,8 @@ QColor PushButton::foreground() const
 {
     if (!isEnabled())
         return m_theme.colours().tertiary;
+    if (m_role == Role::Destructive)
+        return m_theme.colours().danger;
     return isFilled() ? m_theme.colours().onAccent : m_theme.colours().text;
 }
 

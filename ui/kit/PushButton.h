@@ -15,7 +15,8 @@ class PushButton : public QAbstractButton {
 public:
     enum class Role {
         Ordinary,
-        Default, ///< What the window is there for; one in a window at most.
+        Default,     ///< What the window is there for; one in a window at most.
+        Destructive, ///< Its text and symbol warn.
     };
 
     PushButton(const Theme& theme, Role role, QWidget* parent = nullptr);

@@ -45,6 +45,7 @@ ThemeColours lightColours()
     colours.success = QColor(0x1A, 0x7A, 0x43);
     colours.successFill = QColor(0xE6, 0xF4, 0xEB);
     colours.keyCapLine = black(0.12);
+    colours.switchedOff = QColor(0x8E, 0x8E, 0x94);
     colours.pictureLine = black(0.12);
     colours.nearShadow = black(0.10);
     colours.farShadow = black(0.22);
@@ -78,6 +79,7 @@ ThemeColours darkColours()
     colours.success = QColor(0x4C, 0xC3, 0x8A);
     colours.successFill = QColor(0x1D, 0x35, 0x29);
     colours.keyCapLine = white(0.14);
+    colours.switchedOff = QColor(0x7A, 0x7A, 0x82);
     colours.pictureLine = white(0.12);
     colours.nearShadow = black(0.35);
     colours.farShadow = black(0.60);
