@@ -453,6 +453,40 @@
     </message>
 </context>
 <context>
+    <name>tessary::ApplicationChooser</name>
+    <message>
+        <source>选择要排除的 App</source>
+        <translation>Choose an App to Exclude</translation>
+    </message>
+    <message>
+        <source>搜索 App</source>
+        <translation>Search apps</translation>
+    </message>
+    <message>
+        <source>选取屏幕上的窗口...</source>
+        <translation>Pick a Window...</translation>
+    </message>
+    <message>
+        <source>取消</source>
+        <translation>Cancel</translation>
+    </message>
+    <message>
+        <source>添加</source>
+        <translation>Add</translation>
+    </message>
+    <message>
+        <source>没有匹配的 App</source>
+        <translation>No matching apps</translation>
+    </message>
+</context>
+<context>
+    <name>tessary::ApplicationList</name>
+    <message>
+        <source>已安装的 App</source>
+        <translation>Installed apps</translation>
+    </message>
+</context>
+<context>
     <name>tessary::Banner</name>
     <message>
         <source>关闭提示</source>
@@ -542,6 +576,86 @@
     </message>
 </context>
 <context>
+    <name>tessary::GeneralSettingsTab</name>
+    <message>
+        <source>开机时启动 Tessary</source>
+        <translation>Start Tessary at login</translation>
+    </message>
+    <message>
+        <source>在 Dock 中显示图标</source>
+        <translation>Show windows in the taskbar</translation>
+    </message>
+    <message>
+        <source>显示菜单栏图标</source>
+        <translation>Show icon in the system tray</translation>
+    </message>
+    <message>
+        <source>全局快捷键</source>
+        <translation>Global Shortcuts</translation>
+    </message>
+    <message>
+        <source>点击右侧快捷键后，直接按下想使用的组合键。请至少按住 ⌘、⌥ 或 ⌃ 其中一个修饰键；按 Esc 取消录制。</source>
+        <translation>Click a shortcut, then press the new combination. It needs at least one of ⌘, ⌥ or ⌃; press Esc to stop recording.</translation>
+    </message>
+    <message>
+        <source>打开 Tessary</source>
+        <translation>Open Tessary</translation>
+    </message>
+    <message>
+        <source>本地 OCR</source>
+        <translation>Local OCR</translation>
+    </message>
+    <message>
+        <source>暂停或恢复剪贴板记录</source>
+        <translation>Pause or resume clipboard history</translation>
+    </message>
+    <message>
+        <source>只按住 ⇧ 还不够，请同时按住 ⌘、⌥ 或 ⌃</source>
+        <translation>⇧ alone is not enough; hold ⌘, ⌥ or ⌃ as well</translation>
+    </message>
+    <message>
+        <source>此按键不能用作快捷键</source>
+        <translation>This key cannot be used for a shortcut</translation>
+    </message>
+    <message>
+        <source>其他程序正在占用键盘，请稍后再试</source>
+        <translation>Another program is holding the keyboard; try again later</translation>
+    </message>
+    <message>
+        <source>此快捷键已被其他应用或 Tessary 操作占用</source>
+        <translation>Already used by another app or Tessary action</translation>
+    </message>
+</context>
+<context>
+    <name>tessary::HotKeyButton</name>
+    <message>
+        <source>正在录制...</source>
+        <translation>Recording...</translation>
+    </message>
+    <message>
+        <source>未设置</source>
+        <translation>None</translation>
+    </message>
+</context>
+<context>
+    <name>tessary::HotKeyCaptureView</name>
+    <message>
+        <source>正在录制...</source>
+        <translation>Recording...</translation>
+    </message>
+    <message>
+        <source>按下新的快捷键，按 Esc 取消</source>
+        <translation>Press the new shortcut, or Esc to cancel</translation>
+    </message>
+</context>
+<context>
+    <name>tessary::HotKeyRecorder</name>
+    <message>
+        <source>关闭此快捷键</source>
+        <translation>Turn off this shortcut</translation>
+    </message>
+</context>
+<context>
     <name>tessary::LocalOCRFlow</name>
     <message>
         <source>本地 OCR 失败：</source>
@@ -614,6 +728,49 @@
     </message>
 </context>
 <context>
+    <name>tessary::OCRSettingsTab</name>
+    <message>
+        <source>简中</source>
+        <translation>Simplified Chinese</translation>
+    </message>
+    <message>
+        <source>繁中</source>
+        <translation>Traditional Chinese</translation>
+    </message>
+    <message>
+        <source>英文</source>
+        <translation>English</translation>
+    </message>
+    <message>
+        <source>日文</source>
+        <translation>Japanese</translation>
+    </message>
+    <message>
+        <source>识别语言</source>
+        <translation>Languages</translation>
+    </message>
+    <message>
+        <source>OCR 仅处理你通过快捷键主动框选的区域。剪贴板历史中的图片不会自动识别。</source>
+        <translation>OCR reads only the areas that you select with the shortcut. Images in the clipboard history are not recognized automatically.</translation>
+    </message>
+    <message>
+        <source>处理方式</source>
+        <translation>Processing</translation>
+    </message>
+    <message>
+        <source>Apple Vision, 本地离线</source>
+        <translation>Offline on this computer</translation>
+    </message>
+    <message>
+        <source>使用精确识别</source>
+        <translation>Accurate recognition</translation>
+    </message>
+    <message>
+        <source>OCR 完成后自动添加待办</source>
+        <translation>Add to-dos automatically after OCR</translation>
+    </message>
+</context>
+<context>
     <name>tessary::OCRStatusRow</name>
     <message numerus="yes">
         <source>%n 个字符</source>
@@ -676,6 +833,21 @@
     </message>
 </context>
 <context>
+    <name>tessary::PermissionRow</name>
+    <message>
+        <source>未授权</source>
+        <translation>Not granted</translation>
+    </message>
+    <message>
+        <source>已授权</source>
+        <translation>Granted</translation>
+    </message>
+    <message>
+        <source>申请权限</source>
+        <translation>Request</translation>
+    </message>
+</context>
+<context>
     <name>tessary::PicturePreview</name>
     <message>
         <source>预览</source>
@@ -688,6 +860,85 @@
     <message>
         <source>原始图片可能已被移动或删除</source>
         <translation>The original may have been moved or deleted</translation>
+    </message>
+</context>
+<context>
+    <name>tessary::PrivacySettingsTab</name>
+    <message>
+        <source>权限状态</source>
+        <translation>Permissions</translation>
+    </message>
+    <message>
+        <source>这里只列出 Tessary 功能实际使用的系统权限，状态由 macOS 管理并在返回 Tessary 时自动更新。</source>
+        <translation>Only the permissions that Tessary really uses are listed. The system manages them; they are checked again when you return to Tessary.</translation>
+    </message>
+    <message>
+        <source>屏幕录制</source>
+        <translation>Screen recording</translation>
+    </message>
+    <message>
+        <source>用于框选屏幕区域并进行本地 OCR</source>
+        <translation>To select an area of the screen and recognize its text</translation>
+    </message>
+    <message>
+        <source>辅助功能</source>
+        <translation>Accessibility</translation>
+    </message>
+    <message>
+        <source>用于将选中的剪贴板内容直接粘贴到其他 App</source>
+        <translation>To paste the selected item directly into other apps</translation>
+    </message>
+    <message>
+        <source>提醒事项</source>
+        <translation>Reminders</translation>
+    </message>
+    <message>
+        <source>用于将 OCR 识别出的待办写入 macOS 提醒事项</source>
+        <translation>To save recognized to-dos as reminders</translation>
+    </message>
+    <message>
+        <source>添加 App...</source>
+        <translation>Add App...</translation>
+    </message>
+    <message>
+        <source>排除的 App</source>
+        <translation>Excluded Apps</translation>
+    </message>
+    <message>
+        <source>当排除的 App 位于前台时，新剪贴板内容和截图不会被记录。</source>
+        <translation>While an excluded app is in front, nothing new is recorded from the clipboard or screenshots.</translation>
+    </message>
+    <message>
+        <source>尚未排除任何 App</source>
+        <translation>No apps are excluded</translation>
+    </message>
+    <message>
+        <source>无法识别此窗口所属的 App。</source>
+        <translation>The app of this window could not be identified.</translation>
+    </message>
+    <message>
+        <source>其他程序正在占用鼠标或键盘，请稍后再试。</source>
+        <translation>Another program is holding the mouse or keyboard. Try again later.</translation>
+    </message>
+    <message>
+        <source>添加排除目录...</source>
+        <translation>Add Folder...</translation>
+    </message>
+    <message>
+        <source>排除的目录</source>
+        <translation>Excluded Folders</translation>
+    </message>
+    <message>
+        <source>尚未排除任何目录</source>
+        <translation>No folders are excluded</translation>
+    </message>
+    <message>
+        <source>选择要排除的目录</source>
+        <translation>Choose a Folder to Exclude</translation>
+    </message>
+    <message>
+        <source>清空全部数据...</source>
+        <translation>Erase All Data...</translation>
     </message>
 </context>
 <context>
@@ -736,6 +987,13 @@
     <message>
         <source>拖动选择需要识别的文字区域 · Esc 取消</source>
         <translation>Drag over the text to recognize · Esc to cancel</translation>
+    </message>
+</context>
+<context>
+    <name>tessary::RemovableEntries</name>
+    <message>
+        <source>取消排除 </source>
+        <translation>Stop excluding </translation>
     </message>
 </context>
 <context>
@@ -818,6 +1076,60 @@
     </message>
 </context>
 <context>
+    <name>tessary::SettingsView</name>
+    <message>
+        <source>设置</source>
+        <translation>Settings</translation>
+    </message>
+    <message>
+        <source>通用</source>
+        <translation>General</translation>
+    </message>
+    <message>
+        <source>存储</source>
+        <translation>Storage</translation>
+    </message>
+    <message>
+        <source>OCR</source>
+        <translation>OCR</translation>
+    </message>
+    <message>
+        <source>隐私</source>
+        <translation>Privacy</translation>
+    </message>
+    <message>
+        <source>最小化</source>
+        <translation>Minimize</translation>
+    </message>
+    <message>
+        <source>关闭</source>
+        <translation>Close</translation>
+    </message>
+    <message>
+        <source>永久清空 Tessary 的全部剪贴板内容与元数据？</source>
+        <translation>Permanently erase all of Tessary’s clipboard content and metadata?</translation>
+    </message>
+    <message>
+        <source>此操作无法撤销，文字、图片、缩略图、标签和历史记录都会被删除。</source>
+        <translation>This cannot be undone. Texts, images, thumbnails, tags and the history will be deleted.</translation>
+    </message>
+    <message>
+        <source>清空全部数据</source>
+        <translation>Erase All Data</translation>
+    </message>
+    <message>
+        <source>取消</source>
+        <translation>Cancel</translation>
+    </message>
+</context>
+<context>
+    <name>tessary::SettingsWindowController</name>
+    <message>
+        <source>Tessary 设置</source>
+        <translation>Tessary Settings</translation>
+    </message>
+</context>
+<context>
     <name>tessary::StorageMaintenance</name>
     <message>
         <source>自动清理失败：</source>
@@ -826,6 +1138,73 @@
     <message>
         <source>无法清空数据：</source>
         <translation>The data could not be erased: </translation>
+    </message>
+</context>
+<context>
+    <name>tessary::StorageSettingsTab</name>
+    <message>
+        <source>系统截图监听目录</source>
+        <translation>Screenshot folder to watch</translation>
+    </message>
+    <message>
+        <source>选择...</source>
+        <translation>Choose...</translation>
+    </message>
+    <message>
+        <source>Tessary 图片资料库</source>
+        <translation>Tessary image library</translation>
+    </message>
+    <message>
+        <source>在访达中显示</source>
+        <translation>Show in File Manager</translation>
+    </message>
+    <message>
+        <source>当前占用</source>
+        <translation>Space used</translation>
+    </message>
+    <message>
+        <source>当前占用 %1</source>
+        <translation>Space used: %1</translation>
+    </message>
+    <message>
+        <source>重新计算</source>
+        <translation>Recalculate</translation>
+    </message>
+    <message>
+        <source>重新计算当前占用</source>
+        <translation>Recalculate the space used</translation>
+    </message>
+    <message>
+        <source>回收站保留时间</source>
+        <translation>Keep items in the trash for</translation>
+    </message>
+    <message>
+        <source>1 年</source>
+        <translation>1 year</translation>
+    </message>
+    <message>
+        <source> 天</source>
+        <translation> days</translation>
+    </message>
+    <message>
+        <source>最大存储空间</source>
+        <translation>Maximum storage</translation>
+    </message>
+    <message>
+        <source>不限制</source>
+        <translation>Unlimited</translation>
+    </message>
+    <message>
+        <source>超过上限时自动清理</source>
+        <translation>Clean up automatically above the limit</translation>
+    </message>
+    <message>
+        <source>自动清理默认关闭；开启后仅永久移除最旧的、未收藏且未置顶的图片记录。</source>
+        <translation>Off by default. When on, only the oldest images that are neither favorites nor pinned are removed for good.</translation>
+    </message>
+    <message>
+        <source>选择系统截图监听目录</source>
+        <translation>Choose the Screenshot Folder to Watch</translation>
     </message>
 </context>
 <context>

@@ -40,7 +40,13 @@ OCRSettingsTab::OCRSettingsTab(const Theme& theme, AppRuntime& runtime, QWidget*
         card.add(new SettingsRow(theme, QStringLiteral("text.alignleft"), tr("识别语言")));
     languages.setNote(tr("OCR 仅处理你通过快捷键主动框选的区域。剪贴板历史中的图片不会自动识别。"));
     languages.alignAtTop();
-    languages.addControl(*languageTags(), SettingsRow::Bleed::None);
+    auto* tags = new QWidget;
+    m_languages = new QHBoxLayout(tags);
+    m_languages->setContentsMargins(0, 0, 0, 0);
+    m_languages->setSpacing(kTagGap);
+    languages.addControl(*tags, SettingsRow::Bleed::None);
+    connect(&runtime.settings(), &AppSettings::changedElsewhere, this, &OCRSettingsTab::showLanguages);
+    showLanguages();
 
     SettingsRow& engine = card.add(new SettingsRow(theme, QStringLiteral("lock"), tr("处理方式")));
     engine.addControl(*new ThemedLabel(theme, kValue, tr("Apple Vision, 本地离线")),
@@ -59,15 +65,14 @@ OCRSettingsTab::OCRSettingsTab(const Theme& theme, AppRuntime& runtime, QWidget*
                &AppSettings::setAutoCreateReminderAfterOCR});
 }
 
-QWidget* OCRSettingsTab::languageTags() const
+void OCRSettingsTab::showLanguages()
 {
-    auto* tags = new QWidget;
-    auto* line = new QHBoxLayout(tags);
-    line->setContentsMargins(0, 0, 0, 0);
-    line->setSpacing(kTagGap);
+    while (QLayoutItem* item = m_languages->takeAt(0)) {
+        delete item->widget();
+        delete item;
+    }
     for (const QString& language : m_runtime.settings().ocrLanguages())
-        line->addWidget(new Tag(theme(), languageName(language)));
-    return tags;
+        m_languages->addWidget(new Tag(theme(), languageName(language)));
 }
 
 } // namespace tessary

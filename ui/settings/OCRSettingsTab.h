@@ -15,9 +15,10 @@ public:
     OCRSettingsTab(const Theme& theme, AppRuntime& runtime, QWidget* parent = nullptr);
 
 private:
-    [[nodiscard]] QWidget* languageTags() const;
+    void showLanguages();
 
     AppRuntime& m_runtime;
+    QHBoxLayout* m_languages;
 };
 
 } // namespace tessary

@@ -236,6 +236,10 @@ TEST_F(PrivacySettingsTest, RecognitionShowsItsLanguagesAndBindsItsSwitches)
         tags.append(tag->text());
     EXPECT_EQ(tags, (QStringList{QStringLiteral("简中"), QStringLiteral("繁中"), QStringLiteral("英文"),
                                  QStringLiteral("日文")}));
+    defaults.changeElsewhere(QStringLiteral("ocrLanguages"), QStringList{QStringLiteral("ja-JP")});
+    const auto left = page().findChildren<Tag*>();
+    ASSERT_EQ(left.size(), 1);
+    EXPECT_EQ(left.first()->text(), QStringLiteral("日文"));
     EXPECT_TRUE(holdsText(QStringLiteral("Apple Vision, 本地离线")));
     auto& accurate = control<Switch>("使用精确识别");
     QTest::mouseClick(&accurate, Qt::LeftButton);
