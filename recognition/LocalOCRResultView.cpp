@@ -6,6 +6,7 @@
 #include "recognition/RecognizedTextEdit.h"
 #include "recognition/RegionPicture.h"
 #include "recognition/SuccessBubble.h"
+#include "ui/kit/CardFocus.h"
 #include "ui/kit/PushButton.h"
 #include "ui/kit/Symbol.h"
 #include "ui/kit/SymbolButton.h"
@@ -72,7 +73,12 @@ private:
 /// The card behind the text.
 class TextCard : public QWidget {
 public:
-    TextCard(const Theme& theme, QWidget* parent) : QWidget(parent), m_theme(theme) {}
+    TextCard(const Theme& theme, QWidget& text, QWidget* parent)
+        : QWidget(parent),
+          m_theme(theme),
+          m_focus(new CardFocus(text, *this))
+    {
+    }
 
 protected:
     void paintEvent(QPaintEvent*) override
@@ -83,10 +89,12 @@ protected:
         painter.setBrush(m_theme.colours().surface);
         painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), Theme::kCardRadius,
                                 Theme::kCardRadius);
+        m_focus->paint(painter, m_theme, rect(), Theme::kCardRadius);
     }
 
 private:
     const Theme& m_theme;
+    CardFocus* m_focus;
 };
 
 } // namespace
@@ -189,7 +197,7 @@ QWidget* LocalOCRResultView::textColumn()
     heading->addWidget(new SuccessMark(m_theme, column));
     heading->addWidget(label(tr("已识别并复制到剪贴板"), Theme::kBodySize), 1);
     heading->addWidget(copy);
-    auto* card = new TextCard(m_theme, column);
+    auto* card = new TextCard(m_theme, *m_text, column);
     connect(&m_theme, &Theme::changed, card, qOverload<>(&QWidget::update));
     auto* inside = new QVBoxLayout(card);
     inside->setContentsMargins(1, 1, 1, 1);

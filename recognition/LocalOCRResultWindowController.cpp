@@ -14,6 +14,8 @@
 #include <QVBoxLayout>
 #include <QWindow>
 
+#include <algorithm>
+
 namespace tessary {
 namespace {
 
@@ -122,14 +124,20 @@ void LocalOCRResultWindowController::fitText()
 {
     if (!m_window)
         return;
-    const QScreen* screen = screenUnderPointer();
-    const QSize room = screen != nullptr ? screen->availableGeometry().size() : kLargest;
+    const QScreen* screen = m_window->isVisible() ? m_window->screen() : screenUnderPointer();
+    const QRect usable = screen != nullptr ? screen->availableGeometry() : QRect(QPoint(), kLargest);
     const QSize wanted(m_theme.scaled(kSmallest.width()), m_theme.scaled(kSmallest.height()));
-    const QSize smallest = wanted.boundedTo(kLargest).boundedTo(room).expandedTo(kSmallest);
+    const QSize smallest = wanted.boundedTo(kLargest).boundedTo(usable.size()).expandedTo(kSmallest);
     const QSize now = m_window->body().size();
     if (smallest != m_smallest || !now.isValid())
         m_window->setBodySizes(now.expandedTo(smallest), smallest, kLargest);
     m_smallest = smallest;
+    if (!m_window->isVisible())
+        return;
+    const QRect body = m_window->bodyGeometry(); // which may have grown over the edge
+    const QPoint last = usable.bottomRight() - QPoint(body.width() - 1, body.height() - 1);
+    m_window->moveBody({std::max(usable.left(), std::min(body.left(), last.x())),
+                        std::max(usable.top(), std::min(body.top(), last.y()))});
 }
 
 /// What the shadow lies on gets the clicks on it.

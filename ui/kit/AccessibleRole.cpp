@@ -1,5 +1,7 @@
 #include "ui/kit/AccessibleRole.h"
 
+#include "ui/kit/WindowAccess.h"
+
 #include <QAccessibleWidget>
 #include <QVariant>
 #include <QWidget>
@@ -15,7 +17,9 @@ QAccessibleInterface* interfaceFor(const QString&, QObject* object)
     auto* widget = role.isValid() ? qobject_cast<QWidget*>(object) : nullptr;
     if (widget == nullptr)
         return nullptr;
-    return new QAccessibleWidget(widget, static_cast<QAccessible::Role>(role.toInt())); // Qt's to delete
+    if (role.toInt() == QAccessible::Window)
+        return new WindowAccess(*widget); // Qt's to delete
+    return new QAccessibleWidget(widget, static_cast<QAccessible::Role>(role.toInt()));
 }
 
 } // namespace

@@ -37,14 +37,21 @@ Menu::Menu(const Theme& theme, bool isTranslucent, QWidget* parent)
     setWindowFlags(windowFlags() | Qt::FramelessWindowHint | Qt::NoDropShadowWindowHint);
     setAttribute(Qt::WA_TranslucentBackground, isTranslucent);
     connect(&theme, &Theme::changed, this, &Menu::applyTheme);
+    // Who chooses through a screen reader leaves it open.
+    connect(this, &QMenu::triggered, this, [this] {
+        if (isVisible())
+            close();
+    });
 }
 
 void Menu::applyTheme()
 {
-    setFont(m_theme.font(Theme::kBodySize)); // measures its rows anew, too
+    const QFont font = m_theme.font(Theme::kBodySize);
+    const bool isOtherSize = this->font().pixelSize() != font.pixelSize();
+    setFont(font);
     setPalette(m_theme.palette());
-    if (isVisible())
-        adjustSize();
+    if (isVisible() && isOtherSize)
+        popup(pos()); // measures its rows anew, and scrolls where they are too many
     update();
 }
 

@@ -131,7 +131,8 @@ void takeAccent(ThemeColours& colours, const QColor& accent, bool isDark)
     colours.accentText = readable(opaque, colours.window, !isDark);
     colours.accentTint = mixed(opaque, colours.window, kTint);
     colours.accentTintHover = mixed(opaque, colours.window, kTintHover);
-    colours.accentText = readable(colours.accentText, colours.accentTint, !isDark);
+    for (const QColor& beneath : {colours.surface, colours.accentTint, colours.accentTintHover})
+        colours.accentText = readable(colours.accentText, beneath, !isDark);
     colours.secondaryOnAccent =
         readable(mixed(colours.onAccent, colours.accent, kOnAccentShare), colours.accent, false);
 }

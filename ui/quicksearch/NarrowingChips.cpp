@@ -1,6 +1,7 @@
 #include "ui/quicksearch/NarrowingChips.h"
 
 #include "ui/kit/Chip.h"
+#include "ui/kit/SymbolButton.h"
 #include "ui/kit/Theme.h"
 
 #include <QHBoxLayout>
@@ -64,10 +65,14 @@ void NarrowingChips::rebuild()
         }
         delete item;
     }
+    QWidget* before = m_tabbedAfter; // new widgets would be the last ones that Tab comes to
     for (const Narrowing& narrowing : m_narrowings) {
         auto* chip = new Chip(m_theme, narrowing.text, m_row);
         connect(chip, &Chip::removed, this, [this, narrowing] { Q_EMIT removed(narrowing); });
         m_layout->addWidget(chip);
+        if (before != nullptr)
+            setTabOrder(before, &chip->removeButton());
+        before = &chip->removeButton();
         chip->show();
     }
     m_layout->addStretch(1);

@@ -7,6 +7,8 @@
 #include <QHBoxLayout>
 #include <QLabel>
 
+#include <utility>
+
 namespace tessary {
 namespace {
 
@@ -59,7 +61,7 @@ void PanelFooter::addHint(const QString& keys, const QString& word)
     inside->addWidget(new KeyCap(m_theme, keys, hint));
     inside->addWidget(new QLabel(word, hint));
     layout()->addWidget(hint);
-    m_hints.append(hint);
+    m_hints.prepend(hint);
 }
 
 /// As many of the last ones as there is room for: how to close and to paste is harder to guess than how to
@@ -67,9 +69,9 @@ void PanelFooter::addHint(const QString& keys, const QString& word)
 void PanelFooter::showHints()
 {
     int room = width() - kLeft - kRight - m_count->sizeHint().width();
-    for (auto hint = m_hints.crbegin(); hint != m_hints.crend(); ++hint) {
-        room -= (*hint)->sizeHint().width();
-        (*hint)->setVisible(room >= 0);
+    for (QWidget* hint : std::as_const(m_hints)) {
+        room -= hint->sizeHint().width();
+        hint->setVisible(room >= 0);
     }
 }
 

@@ -26,7 +26,7 @@ private:
 
     const Theme& m_theme;
     QLabel* m_count;
-    QList<QWidget*> m_hints;
+    QList<QWidget*> m_hints; // the last one first
 };
 
 } // namespace tessary

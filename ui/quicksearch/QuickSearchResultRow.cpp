@@ -217,7 +217,9 @@ void QuickSearchResultRow::paintCaption(QPainter& painter, const QRect& area, co
     const QString app = m_record.sourceAppName.value_or(QString()).simplified();
     if (!app.isEmpty()) {
         const int room = area.width() - metrics.horizontalAdvance(kind + separator() + age);
-        caption = kind + metrics.elidedText(app, Qt::ElideRight, room) + separator() + age;
+        const QString shown = metrics.elidedText(app, Qt::ElideRight, room);
+        if (shown.size() > 1) // more than an ellipsis
+            caption = kind + shown + separator() + age;
     }
     painter.setFont(font);
     painter.setPen(colour(theme.colours().secondaryText, theme.colours().secondaryOnAccent));

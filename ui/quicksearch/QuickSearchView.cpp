@@ -49,6 +49,7 @@ QuickSearchView::QuickSearchView(const Theme& theme, AppRuntime& runtime, Screen
       m_footer(new PanelFooter(theme))
 {
     layOut();
+    m_chips->setTabbedAfter(m_bar->lastButton());
     applyTheme();
     connect(&theme, &Theme::changed, this, &QuickSearchView::applyTheme);
     observeModel();

@@ -16,6 +16,8 @@ public:
 
     [[nodiscard]] SearchField& field() const { return *m_field; }
     [[nodiscard]] SymbolButton& filterButton() const { return *m_filter; }
+    /// What Tab leaves the bar from.
+    [[nodiscard]] SymbolButton& lastButton() const { return *m_settings; }
     void setPinned(bool isPinned);
 
 Q_SIGNALS:

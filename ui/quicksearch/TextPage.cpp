@@ -1,5 +1,6 @@
 #include "ui/quicksearch/TextPage.h"
 
+#include "ui/kit/CardFocus.h"
 #include "ui/kit/OverlayScrollBar.h"
 #include "ui/kit/Theme.h"
 
@@ -44,7 +45,8 @@ TextView::TextView(int rightPadding, QWidget* parent) : QTextEdit(parent)
 TextPage::TextPage(const Theme& theme, QWidget* parent)
     : QWidget(parent),
       m_theme(theme),
-      m_view(new TextView(kSidePadding, this))
+      m_view(new TextView(kSidePadding, this)),
+      m_focus(new CardFocus(*m_view, *this))
 {
     m_view->setAccessibleName(tr("预览"));
     new OverlayScrollBar(theme, *m_view);
@@ -127,9 +129,9 @@ void TextPage::paintEvent(QPaintEvent*)
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(m_theme.colours().hairline);
     painter.setBrush(m_theme.colours().surface);
-    painter.drawRoundedRect(
-        QRectF(rect()).adjusted(kMargin + 0.5, kMargin + 0.5, -kMargin - 0.5, -kMargin - 0.5),
-        Theme::kCardRadius, Theme::kCardRadius);
+    const QRectF card = QRectF(rect()).adjusted(kMargin, kMargin, -kMargin, -kMargin);
+    painter.drawRoundedRect(card.adjusted(0.5, 0.5, -0.5, -0.5), Theme::kCardRadius, Theme::kCardRadius);
+    m_focus->paint(painter, m_theme, card, Theme::kCardRadius);
 }
 
 } // namespace tessary

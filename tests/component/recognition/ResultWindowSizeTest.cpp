@@ -3,6 +3,8 @@
 #include <QCursor>
 #include <QScreen>
 
+#include <algorithm>
+
 namespace tessary::testing {
 namespace {
 
@@ -33,6 +35,36 @@ TEST_F(ResultWindowSizeTest, ItsBodyStaysWithinItsSizes)
         window->resize(3000, 2000);
         EXPECT_EQ(window->bodyGeometry().size(), QSize(900, 620));
         EXPECT_EQ(window->mask().isEmpty(), composited);
+    }
+}
+
+TEST_F(ResultWindowSizeTest, LargerTextMakesItGrowAndCoversNothing)
+{
+    open(task(u"请明天下午三点提交报销单"_s));
+    for (const double scale : {1.5, 2.0, 1.0}) {
+        theme.setTextScale(scale);
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
+        const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
+        const QRect body = controller.window()->bodyGeometry();
+        EXPECT_TRUE(screen.contains(body)) << scale;
+        EXPECT_GE(body.width(), std::min({theme.scaled(680), screen.width(), 900})) << scale;
+        const QList<QWidget*> parts{named<QWidget>("copyAgain"),
+                                    named<QWidget>("minimize"),
+                                    named<QWidget>("close"),
+                                    edit(),
+                                    named<QWidget>("region"),
+                                    status(),
+                                    addButton()};
+        QList<QRect> seen;
+        for (const QWidget* part : parts) {
+            const QRect place(part->mapTo(&view(), QPoint()), part->size());
+            EXPECT_TRUE(view().rect().contains(place)) << scale << qPrintable(part->objectName());
+            for (const QRect& before : seen)
+                EXPECT_FALSE(before.intersects(place)) << scale << qPrintable(part->objectName());
+            seen.append(place);
+        }
+        EXPECT_GE(status()->width(), status()->sizeHint().width()) << scale;
+        EXPECT_GE(addButton()->height(), QFontMetrics(theme.font(Theme::kBodySize)).height()) << scale;
     }
 }
 
