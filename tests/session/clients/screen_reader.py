@@ -16,7 +16,7 @@ seconds for what it looks for, prints what it is asked for and exits 1 when that
   value ROLE NAME [NUMBER]     its number; sets it first where there is one
   listen EVENT...              prints each such event as it comes: its kind, and role and name of its source
 
-ROLE is as `tree` prints it. NAME is the whole name; a * in it stands for anything.
+ROLE is as `tree` prints it. NAME is the whole name, or that of its label; a * in it stands for anything.
 The environment's SCREEN_READER_PROGRAM names the program, Tessary without it.
 """
 import os
@@ -68,11 +68,23 @@ def parts(part):
             continue  # gone meanwhile
 
 
+def labels(part):
+    """What others say of it: a combo box is called after its value, and named by the label beside it."""
+    if part.get_role_name() != "combo box":
+        return []
+    return [
+        relation.get_target(index).get_name()
+        for relation in part.get_relation_set()
+        if relation.get_relation_type() == Atspi.RelationType.LABELLED_BY
+        for index in range(relation.get_n_targets())
+    ]
+
+
 def matches(part, role, name):
     if part.get_role_name() != role:
         return False
     pattern = ".*".join(re.escape(piece) for piece in name.split("*"))
-    return re.fullmatch(pattern, part.get_name(), re.DOTALL) is not None
+    return any(re.fullmatch(pattern, each, re.DOTALL) for each in [part.get_name()] + labels(part))
 
 
 def found(role, name):
