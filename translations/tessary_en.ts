@@ -31,6 +31,17 @@
     </message>
 </context>
 <context>
+    <name>ExportName</name>
+    <message>
+        <source>文字</source>
+        <translation>Text</translation>
+    </message>
+    <message>
+        <source>图片</source>
+        <translation>Image</translation>
+    </message>
+</context>
+<context>
     <name>FileError</name>
     <message>
         <source>文件“%1”不存在。</source>
@@ -519,6 +530,41 @@
     </message>
 </context>
 <context>
+    <name>tessary::DetailsColumn</name>
+    <message>
+        <source>保存</source>
+        <translation>Save</translation>
+    </message>
+    <message>
+        <source>来源</source>
+        <translation>Source</translation>
+    </message>
+    <message>
+        <source>标签与备注</source>
+        <translation>Tags and Note</translation>
+    </message>
+    <message>
+        <source>复制时间</source>
+        <translation>Copied</translation>
+    </message>
+    <message>
+        <source>类型</source>
+        <translation>Type</translation>
+    </message>
+    <message>
+        <source>尺寸</source>
+        <translation>Dimensions</translation>
+    </message>
+    <message>
+        <source>文件大小</source>
+        <translation>File Size</translation>
+    </message>
+    <message>
+        <source>重复次数</source>
+        <translation>Times copied</translation>
+    </message>
+</context>
+<context>
     <name>tessary::FactsPanel</name>
     <message>
         <source>类型</source>
@@ -656,6 +702,33 @@
     </message>
 </context>
 <context>
+    <name>tessary::ItemExport</name>
+    <message>
+        <source>导出失败：</source>
+        <translation>Export failed: </translation>
+    </message>
+    <message>
+        <source>导出</source>
+        <translation>Export</translation>
+    </message>
+    <message>
+        <source>要替换“%1”吗？</source>
+        <translation>Replace “%1”?</translation>
+    </message>
+    <message>
+        <source>那里已有同名的文件，替换后其原有内容将丢失。</source>
+        <translation>A file with this name already exists there. Replacing it loses its contents.</translation>
+    </message>
+    <message>
+        <source>替换</source>
+        <translation>Replace</translation>
+    </message>
+    <message>
+        <source>取消</source>
+        <translation>Cancel</translation>
+    </message>
+</context>
+<context>
     <name>tessary::LocalOCRFlow</name>
     <message>
         <source>本地 OCR 失败：</source>
@@ -725,6 +798,13 @@
     <message>
         <source>退出 Tessary</source>
         <translation>Quit Tessary</translation>
+    </message>
+</context>
+<context>
+    <name>tessary::NoteEditor</name>
+    <message>
+        <source>备注</source>
+        <translation>Note</translation>
     </message>
 </context>
 <context>
@@ -848,6 +928,21 @@
     </message>
 </context>
 <context>
+    <name>tessary::PictureCanvas</name>
+    <message>
+        <source>图片</source>
+        <translation>Image</translation>
+    </message>
+    <message>
+        <source>无法载入图片</source>
+        <translation>Could not load the image</translation>
+    </message>
+    <message>
+        <source>原始图片可能已被移动或删除</source>
+        <translation>The original may have been moved or deleted</translation>
+    </message>
+</context>
+<context>
     <name>tessary::PicturePreview</name>
     <message>
         <source>预览</source>
@@ -860,6 +955,84 @@
     <message>
         <source>原始图片可能已被移动或删除</source>
         <translation>The original may have been moved or deleted</translation>
+    </message>
+</context>
+<context>
+    <name>tessary::PreviewDetailView</name>
+    <message>
+        <source>此项目已不在剪贴板记录中</source>
+        <translation>This item is no longer in the clipboard history</translation>
+    </message>
+    <message>
+        <source>未保存的标签和备注无处可存，关闭后将丢失。</source>
+        <translation>The unsaved tags and note have nowhere to go and will be lost when you close the window.</translation>
+    </message>
+    <message>
+        <source>关闭</source>
+        <translation>Close</translation>
+    </message>
+    <message>
+        <source>取消</source>
+        <translation>Cancel</translation>
+    </message>
+    <message>
+        <source>要保存标签和备注吗？</source>
+        <translation>Save the tags and the note?</translation>
+    </message>
+    <message>
+        <source>如果不保存，所做的更改将丢失。</source>
+        <translation>Your changes will be lost if you don’t save them.</translation>
+    </message>
+    <message>
+        <source>不保存</source>
+        <translation>Don’t Save</translation>
+    </message>
+    <message>
+        <source>保存</source>
+        <translation>Save</translation>
+    </message>
+    <message>
+        <source>此项目已从剪贴板记录中删除</source>
+        <translation>This item was deleted from the clipboard history</translation>
+    </message>
+    <message>
+        <source>此项目已在回收站中</source>
+        <translation>This item is in the trash</translation>
+    </message>
+</context>
+<context>
+    <name>tessary::PreviewToolbar</name>
+    <message>
+        <source>复制</source>
+        <translation>Copy</translation>
+    </message>
+    <message>
+        <source>Finder</source>
+        <translation>Show File</translation>
+    </message>
+    <message>
+        <source>收藏</source>
+        <translation>Favorite</translation>
+    </message>
+    <message>
+        <source>置顶</source>
+        <translation>Pin</translation>
+    </message>
+    <message>
+        <source>导出</source>
+        <translation>Export</translation>
+    </message>
+    <message>
+        <source>删除</source>
+        <translation>Delete</translation>
+    </message>
+    <message>
+        <source>取消收藏</source>
+        <translation>Remove from Favorites</translation>
+    </message>
+    <message>
+        <source>取消置顶</source>
+        <translation>Unpin</translation>
     </message>
 </context>
 <context>
@@ -1215,10 +1388,54 @@
     </message>
 </context>
 <context>
+    <name>tessary::TagChip</name>
+    <message>
+        <source>移除标签 %1</source>
+        <translation>Remove tag %1</translation>
+    </message>
+</context>
+<context>
+    <name>tessary::TagsField</name>
+    <message>
+        <source>标签</source>
+        <translation>Tags</translation>
+    </message>
+    <message>
+        <source>标签，用逗号分隔</source>
+        <translation>Tags, separated by commas</translation>
+    </message>
+</context>
+<context>
+    <name>tessary::TextCanvas</name>
+    <message>
+        <source>仅显示前 %1 个字符，复制和导出时为全文</source>
+        <translation>Only the first %1 characters are shown; copying and exporting take the whole text</translation>
+    </message>
+</context>
+<context>
     <name>tessary::TextPage</name>
     <message>
         <source>预览</source>
         <translation>Preview</translation>
+    </message>
+</context>
+<context>
+    <name>tessary::ZoomBar</name>
+    <message>
+        <source>缩小</source>
+        <translation>Zoom Out</translation>
+    </message>
+    <message>
+        <source>放大</source>
+        <translation>Zoom In</translation>
+    </message>
+    <message>
+        <source>重置</source>
+        <translation>Reset</translation>
+    </message>
+    <message>
+        <source>缩放比例</source>
+        <translation>Zoom</translation>
     </message>
 </context>
 </TS>
