@@ -1355,9 +1355,12 @@
         <source>1 年</source>
         <translation>1 year</translation>
     </message>
-    <message>
-        <source> 天</source>
-        <translation> days</translation>
+    <message numerus="yes">
+        <source>%n 天</source>
+        <translation>
+            <numerusform>%n day</numerusform>
+            <numerusform>%n days</numerusform>
+        </translation>
     </message>
     <message>
         <source>最大存储空间</source>

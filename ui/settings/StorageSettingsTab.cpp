@@ -83,7 +83,7 @@ void StorageSettingsTab::addLimits()
     SettingsRow& retention =
         card.add(new SettingsRow(theme(), QStringLiteral("trash"), tr("回收站保留时间")));
     auto* days = new Picker(theme(), {7, 30, kYear}, [](int value) {
-        return value == kYear ? tr("1 年") : QString::number(value) + tr(" 天");
+        return value == kYear ? tr("1 年") : tr("%n 天", nullptr, value);
     });
     bind(*days, {&AppSettings::trashRetentionDays, &AppSettings::trashRetentionDaysChanged,
                  &AppSettings::setTrashRetentionDays});
