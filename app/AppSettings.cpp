@@ -5,6 +5,7 @@
 #include "platform/UserDefaults.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace tessary {
 namespace {
@@ -67,14 +68,28 @@ QStringList defaultLanguages()
 
 AppSettings::AppSettings(UserDefaults& defaults, const ScreenshotToolDefaults& screenshotTool,
                          const StandardFolders& folders)
-    : m_defaults(defaults)
+    : m_defaults(defaults),
+      m_screenshotTool(screenshotTool),
+      m_folders(folders)
 {
     registerDefault(defaults, QStringLiteral("accurateOCR"), true);
     registerDefault(defaults, QStringLiteral("showMenuBarIcon"), true);
     registerDefault(defaults, QStringLiteral("autoCreateReminderAfterOCR"), false);
-    Values& v = m_values;
+    m_values = read();
+    defaults.setChangeHandler([this] { readAgain(); });
+}
+
+AppSettings::~AppSettings()
+{
+    m_defaults.setChangeHandler({});
+}
+
+AppSettings::Values AppSettings::read() const
+{
+    const UserDefaults& defaults = m_defaults;
+    Values v;
     v.monitoredDirectory = defaults.string(QStringLiteral("monitoredDirectory"))
-                               .value_or(fallbackDirectory(screenshotTool, folders));
+                               .value_or(fallbackDirectory(m_screenshotTool, m_folders));
     v.ocrLanguages = defaults.stringArray(QStringLiteral("ocrLanguages")).value_or(defaultLanguages());
     v.accurateOCR = defaults.boolean(QStringLiteral("accurateOCR"));
     v.launchAtLogin = defaults.boolean(QStringLiteral("launchAtLogin"));
@@ -95,6 +110,36 @@ AppSettings::AppSettings(UserDefaults& defaults, const ScreenshotToolDefaults& s
     v.maxStorageGB = std::max(0, defaults.integer(QStringLiteral("maxStorageGB")));
     v.automaticStorageCleanup = defaults.boolean(QStringLiteral("automaticStorageCleanup"));
     v.autoCreateReminderAfterOCR = defaults.boolean(QStringLiteral("autoCreateReminderAfterOCR"));
+    return v;
+}
+
+void AppSettings::readAgain()
+{
+    const Values before = std::exchange(m_values, read());
+    publish(before, &Values::monitoredDirectory, &AppSettings::monitoredDirectoryChanged);
+    publish(before, &Values::accurateOCR, &AppSettings::accurateOCRChanged);
+    publish(before, &Values::launchAtLogin, &AppSettings::launchAtLoginChanged);
+    publish(before, &Values::showDockIcon, &AppSettings::showDockIconChanged);
+    publish(before, &Values::showMenuBarIcon, &AppSettings::showMenuBarIconChanged);
+    publish(before, &Values::quickSearchPinned, &AppSettings::quickSearchPinnedChanged);
+    publish(before, &Values::quickSearchWidth, &AppSettings::quickSearchWidthChanged);
+    publish(before, &Values::trashRetentionDays, &AppSettings::trashRetentionDaysChanged);
+    publish(before, &Values::excludedBundleIdentifiers, &AppSettings::excludedBundleIdentifiersChanged);
+    publish(before, &Values::excludedDirectories, &AppSettings::excludedDirectoriesChanged);
+    publish(before, &Values::quickSearchShortcut, &AppSettings::quickSearchShortcutChanged);
+    publish(before, &Values::toggleMonitoringShortcut, &AppSettings::toggleMonitoringShortcutChanged);
+    publish(before, &Values::localOCRShortcut, &AppSettings::localOCRShortcutChanged);
+    publish(before, &Values::maxStorageGB, &AppSettings::maxStorageGBChanged);
+    publish(before, &Values::automaticStorageCleanup, &AppSettings::automaticStorageCleanupChanged);
+    publish(before, &Values::autoCreateReminderAfterOCR, &AppSettings::autoCreateReminderAfterOCRChanged);
+    Q_EMIT changedElsewhere(before);
+}
+
+template <typename Value>
+void AppSettings::publish(const Values& before, Value Values::*member, void (AppSettings::*changed)())
+{
+    if (before.*member != m_values.*member)
+        Q_EMIT(this->*changed)();
 }
 
 template <typename Value>

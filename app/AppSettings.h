@@ -12,7 +12,8 @@ class ScreenshotToolDefaults;
 class StandardFolders;
 class UserDefaults;
 
-/// The settings: read once when created, written back whenever one is assigned. Main thread only.
+/// The settings: read when created and when another program has changed them, written back whenever one is
+/// assigned. Main thread only.
 ///
 /// What is stored is clamped when it is read, not when it is assigned: the controls keep their own bounds.
 class AppSettings : public QObject {
@@ -43,6 +44,9 @@ public:
 
     AppSettings(UserDefaults& defaults, const ScreenshotToolDefaults& screenshotTool,
                 const StandardFolders& folders);
+    ~AppSettings() override;
+
+    [[nodiscard]] const Values& values() const { return m_values; }
 
     [[nodiscard]] QString monitoredDirectory() const { return m_values.monitoredDirectory; }
     [[nodiscard]] QStringList ocrLanguages() const { return m_values.ocrLanguages; }
@@ -108,13 +112,21 @@ Q_SIGNALS:
     void maxStorageGBChanged();
     void automaticStorageCleanupChanged();
     void autoCreateReminderAfterOCRChanged();
+    /// Another program has changed stored settings; what differs has been published one by one.
+    void changedElsewhere(const tessary::AppSettings::Values& before);
 
 private:
+    [[nodiscard]] Values read() const;
+    void readAgain();
+    template <typename Value>
+    void publish(const Values& before, Value Values::*member, void (AppSettings::*changed)());
     template <typename Value>
     void assign(Value Values::*member, const Value& value, const char* key, const QVariant& stored,
                 void (AppSettings::*changed)());
 
     UserDefaults& m_defaults;
+    const ScreenshotToolDefaults& m_screenshotTool;
+    const StandardFolders& m_folders;
     Values m_values;
 };
 

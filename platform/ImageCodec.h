@@ -3,6 +3,7 @@
 #include "base/Error.h"
 
 #include <QImage>
+#include <QRect>
 #include <QSize>
 #include <QString>
 
@@ -43,6 +44,11 @@ public:
                                                        int maximumPixelSize, double quality) = 0;
     /// Decodes no more than needed: upright, longer side at most `maximumPixelSize`, never enlarged.
     [[nodiscard]] virtual QCoro::Task<QImage> decode(QString path, int maximumPixelSize) = 0;
+    /// A part of the picture, scaled. Reads no more of the file than down to the part's lower edge, and
+    /// holds no more than a few rows of it; does not keep the other requests waiting.
+    /// @param part pixels of the upright picture, within it.
+    /// @param size of the result: neither side larger than the part's, 2^24 pixels at most.
+    [[nodiscard]] virtual QCoro::Task<QImage> decodePart(QString path, QRect part, QSize size) = 0;
     /// The same picture as PNG, upright.
     [[nodiscard]] virtual QCoro::Task<QByteArray> pngFromBitmap(QByteArray bitmap) = 0;
     // Each throws ImageError.

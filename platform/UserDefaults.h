@@ -4,6 +4,7 @@
 #include <QStringList>
 #include <QVariant>
 
+#include <functional>
 #include <optional>
 
 namespace tessary {
@@ -16,6 +17,8 @@ public:
     /// The stored value, or an invalid variant when the key is absent.
     [[nodiscard]] virtual QVariant object(const QString& key) const = 0;
     virtual void set(const QString& key, const QVariant& value) = 0;
+    /// Called when values were changed by somebody else than `set`.
+    virtual void setChangeHandler(std::function<void()> handler) = 0;
 
     /// Absent when there is no value or it is a list.
     [[nodiscard]] std::optional<QString> string(const QString& key) const;

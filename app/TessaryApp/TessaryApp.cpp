@@ -25,6 +25,7 @@ TessaryApp::TessaryApp(LibraryBusObject& bus)
     : m_bus(bus),
       m_windows(m_session.appearance(), m_session.windowEffects(), m_session.platform().clock),
       m_runtime(m_session.platform(), m_windows),
+      m_rewrittenSettings(m_runtime),
       m_menu(m_runtime, m_windows.theme()),
       m_menuBar(m_runtime.settings(), m_session.appearance(), m_session.statusHosts(),
                 [this](StatusHosts::Kind kind) { return makeStatusItem(kind); })

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/AppRuntime.h"
+#include "app/RewrittenSettings.h"
 #include "app/TerminationSignals.h"
 #include "app/TessaryApp/DesktopWindows.h"
 #include "app/TessaryApp/SessionPlatform.h"
@@ -30,6 +31,7 @@ private:
     SessionPlatform m_session;
     DesktopWindows m_windows;
     AppRuntime m_runtime;
+    RewrittenSettings m_rewrittenSettings;
     MenuBarContent m_menu;
     MenuBarExtra m_menuBar;
     TerminationSignals m_signals;

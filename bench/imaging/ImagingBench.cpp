@@ -90,6 +90,31 @@ void thumbnail(benchmark::State& state, int width, int height, const char* forma
     state.counters["peak_MB"] = peakMegabytes(worker);
 }
 
+/// What a window shows of a picture that is far larger, `zoom` of its pixels a window's pixel, from the place
+/// that many thousandths down.
+void part(benchmark::State& state, const char* format, int zoom, int place)
+{
+    constexpr QSize kPicture(16'000, 12'000);
+    constexpr QSize kWindow(1'280, 960);
+    const QSize area = (kWindow * zoom).boundedTo(kPicture);
+    const int top = (kPicture.height() - area.height()) * place / 1000;
+    const QCborMap request = {{imaging::kOperation, imaging::kPart},
+                              {imaging::kPath, samples().path(kPicture.width(), kPicture.height(), format)},
+                              {imaging::kLeft, (kPicture.width() - area.width()) / 2},
+                              {imaging::kTop, top},
+                              {imaging::kWidth, area.width()},
+                              {imaging::kHeight, area.height()},
+                              {imaging::kScaledWidth, area.width() / zoom},
+                              {imaging::kScaledHeight, area.height() / zoom}};
+    WorkerProcess worker(command());
+    for (auto _ : state) {
+        const QCborMap reply = worker.request(request, 20s);
+        if (!reply.contains(imaging::kBytes))
+            state.SkipWithError("no part");
+    }
+    state.counters["peak_MB"] = peakMegabytes(worker);
+}
+
 void coldStart(benchmark::State& state)
 {
     const QCborMap request = {{imaging::kOperation, imaging::kPixelSize},
@@ -122,6 +147,11 @@ BENCHMARK(coldStart)->Unit(benchmark::kMillisecond)->UseRealTime();
 BENCHMARK_CAPTURE(thumbnail, png_4000x3000, 4000, 3000, "png")->Unit(benchmark::kMillisecond)->UseRealTime();
 BENCHMARK_CAPTURE(thumbnail, jpeg_4000x3000, 4000, 3000, "jpg")->Unit(benchmark::kMillisecond)->UseRealTime();
 BENCHMARK_CAPTURE(thumbnail, png_8000x6000, 8000, 6000, "png")->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK_CAPTURE(part, png_start_1to1, "png", 1, 0)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK_CAPTURE(part, png_end_1to1, "png", 1, 1000)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK_CAPTURE(part, png_whole, "png", 12, 0)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK_CAPTURE(part, jpeg_end_1to1, "jpg", 1, 1000)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK_CAPTURE(part, jpeg_whole, "jpg", 12, 0)->Unit(benchmark::kMillisecond)->UseRealTime();
 BENCHMARK(pngFromBitmap)->Unit(benchmark::kMillisecond)->UseRealTime();
 
 } // namespace

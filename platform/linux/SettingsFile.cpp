@@ -6,6 +6,7 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
+#include <QFileSystemWatcher>
 #include <QLoggingCategory>
 #include <QSettings>
 #include <QTemporaryFile>
@@ -22,6 +23,7 @@ Q_LOGGING_CATEGORY(lcSettings, "tessary.settings")
 
 constexpr qint64 kMaximumBytes = 1024 * 1024;
 constexpr std::chrono::milliseconds kGather{100};
+constexpr std::chrono::milliseconds kSettling{150};
 
 /// Creates missing folders for the person alone. Those that exist stay as they are.
 void makePrivateFolder(const QString& path)
@@ -54,18 +56,6 @@ QByteArray encoded(const QHash<QString, QVariant>& values, const QString& folder
     return written.readAll();
 }
 
-std::optional<FileError> writeNow(const QHash<QString, QVariant>& values, const QString& path)
-{
-    try {
-        const QString folder = QFileInfo(path).path();
-        makePrivateFolder(folder);
-        writeFileAtomically(path, encoded(values, folder), Durability::PowerCut);
-    } catch (const FileError& error) {
-        return error;
-    }
-    return std::nullopt;
-}
-
 /// @returns nothing when the bytes are no settings.
 std::optional<QHash<QString, QVariant>> decoded(const QString& path)
 {
@@ -84,23 +74,53 @@ std::optional<QHash<QString, QVariant>> decoded(const QString& path)
     return values;
 }
 
+/// As `decoded`; an empty file is one that somebody is about to write.
+std::optional<QHash<QString, QVariant>> decodedUnlessEmpty(const QString& path)
+{
+    return QFileInfo(path).size() > 0 ? decoded(path) : std::nullopt;
+}
+
+void apply(const QHash<QString, QVariant>& changes, QHash<QString, QVariant>& values)
+{
+    for (auto change = changes.cbegin(); change != changes.cend(); ++change)
+        if (change->isValid())
+            values.insert(change.key(), *change);
+        else
+            values.remove(change.key());
+}
+
+/// A file has texts where the program has numbers and truths.
+bool areEqual(const QVariant& one, const QVariant& other)
+{
+    return one.isValid() == other.isValid() && one.toStringList() == other.toStringList();
+}
+
 } // namespace
 
 SettingsFile::SettingsFile(const QString& path)
     : m_path(path),
       m_delay(std::make_unique<QTimer>()),
+      m_settling(std::make_unique<QTimer>()),
+      m_watcher(std::make_unique<QFileSystemWatcher>()),
       m_context(std::make_unique<QObject>()),
       m_lane(QStringLiteral("tessary-settings"))
 {
     m_delay->setSingleShot(true);
     m_delay->setInterval(kGather);
     QObject::connect(m_delay.get(), &QTimer::timeout, [this] { write(); });
+    m_settling->setSingleShot(true);
+    m_settling->setInterval(kSettling);
+    QObject::connect(m_settling.get(), &QTimer::timeout, [this] { readAgain(); });
+    const auto settle = [this] { m_settling->start(); };
+    QObject::connect(m_watcher.get(), &QFileSystemWatcher::fileChanged, m_settling.get(), settle);
+    QObject::connect(m_watcher.get(), &QFileSystemWatcher::directoryChanged, m_settling.get(), settle);
     load();
+    watch();
 }
 
 SettingsFile::~SettingsFile()
 {
-    if (m_unsaved || m_failing)
+    if (!m_pending.isEmpty())
         write();
 }
 
@@ -143,6 +163,7 @@ void SettingsFile::set(const QString& key, const QVariant& value)
         m_values.insert(key, value);
     else
         m_values.remove(key);
+    m_pending.insert(key, value);
     scheduleWrite();
 }
 
@@ -153,29 +174,87 @@ void SettingsFile::setWriteFailureHandler(std::function<void(const FileError&)> 
 
 void SettingsFile::scheduleWrite()
 {
-    m_unsaved = true;
     if (!m_delay->isActive())
         m_delay->start();
 }
 
 void SettingsFile::write()
 {
-    m_unsaved = false;
-    m_lane.postDetached([this, values = m_values, path = m_path, context = m_context.get()] {
-        const std::optional<FileError> failure = writeNow(values, path);
-        if (failure)
-            qCWarning(lcSettings, "Settings not written: case %d", static_cast<int>(failure->which()));
-        QMetaObject::invokeMethod(
-            context, [this, failure] { reportOutcome(failure); }, Qt::QueuedConnection);
+    m_lane.postDetached(
+        [this, values = m_values, changes = m_pending, path = m_path, context = m_context.get()] {
+            const Outcome outcome = writeNow(values, changes, path);
+            if (outcome.failure)
+                qCWarning(lcSettings, "Settings not written: case %d",
+                          static_cast<int>(outcome.failure->which()));
+            QMetaObject::invokeMethod(
+                context, [this, outcome, changes] { reportOutcome(outcome, changes); }, Qt::QueuedConnection);
+        });
+}
+
+SettingsFile::Outcome SettingsFile::writeNow(const Values& values, const Values& changes, const QString& path)
+{
+    Outcome outcome;
+    try {
+        const QString folder = QFileInfo(path).path();
+        makePrivateFolder(folder);
+        outcome.written = decodedUnlessEmpty(path).value_or(values);
+        apply(changes, outcome.written);
+        writeFileAtomically(path, encoded(outcome.written, folder), Durability::PowerCut);
+    } catch (const FileError& error) {
+        outcome.failure = error;
+    }
+    return outcome;
+}
+
+void SettingsFile::reportOutcome(const Outcome& outcome, const Values& changes)
+{
+    const bool first = outcome.failure && !m_failing;
+    m_failing = outcome.failure.has_value();
+    if (first && m_onWriteFailure)
+        m_onWriteFailure(*outcome.failure);
+    if (m_failing)
+        return;
+    for (auto change = changes.cbegin(); change != changes.cend(); ++change)
+        if (m_pending.value(change.key()) == *change)
+            m_pending.remove(change.key());
+    watch();
+    adopt(outcome.written);
+}
+
+// --- other programs ---------------------------------------------------------
+
+/// A replaced file is another one, and the folder may be there only since the first writing.
+void SettingsFile::watch()
+{
+    for (const QString& path : {m_path, QFileInfo(m_path).path()})
+        if (!m_path.isEmpty() && QFileInfo::exists(path))
+            m_watcher->addPath(path);
+}
+
+void SettingsFile::readAgain()
+{
+    watch();
+    m_lane.postDetached([this, path = m_path, context = m_context.get()] {
+        const std::optional<Values> values = decodedUnlessEmpty(path);
+        if (values)
+            QMetaObject::invokeMethod(
+                context, [this, values] { adopt(*values); }, Qt::QueuedConnection);
     });
 }
 
-void SettingsFile::reportOutcome(const std::optional<FileError>& failure)
+void SettingsFile::adopt(const Values& values)
 {
-    const bool first = failure && !m_failing;
-    m_failing = failure.has_value();
-    if (first && m_onWriteFailure)
-        m_onWriteFailure(*failure);
+    Values adopted = values;
+    apply(m_pending, adopted);
+    bool isOther = adopted.size() != m_values.size();
+    for (auto entry = adopted.cbegin(); entry != adopted.cend() && !isOther; ++entry)
+        isOther = !areEqual(*entry, m_values.value(entry.key()));
+    if (!isOther)
+        return;
+    m_values = adopted;
+    qCInfo(lcSettings, "settings changed by another program");
+    if (m_onChange)
+        m_onChange();
 }
 
 } // namespace tessary

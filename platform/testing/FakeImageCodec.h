@@ -84,6 +84,21 @@ public:
         co_return picture(path, maximumPixelSize);
     }
 
+    QCoro::Task<QImage> decodePart(QString path, QRect part, QSize size) override
+    {
+        const QString place = QStringLiteral("%1,%2 %3x%4 as %5x%6")
+                                  .arg(part.x())
+                                  .arg(part.y())
+                                  .arg(part.width())
+                                  .arg(part.height())
+                                  .arg(size.width())
+                                  .arg(size.height());
+        co_await begin(QStringLiteral("decodePart %1 %2").arg(path, place), decodeFailure);
+        QImage image(size, QImage::Format_RGB32);
+        image.fill(colour);
+        co_return image;
+    }
+
     QCoro::Task<QByteArray> pngFromBitmap(QByteArray bitmap) override
     {
         co_await begin(QStringLiteral("pngFromBitmap ") + QString::number(bitmap.size()), pngFailure);

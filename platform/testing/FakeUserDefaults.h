@@ -19,6 +19,15 @@ public:
         m_written.append(key);
     }
 
+    void setChangeHandler(std::function<void()> handler) override { m_onChange = std::move(handler); }
+    /// As if another program had changed it.
+    void changeElsewhere(const QString& key, const QVariant& value)
+    {
+        m_values.insert(key, value);
+        if (m_onChange)
+            m_onChange();
+    }
+
     [[nodiscard]] const QHash<QString, QVariant>& values() const { return m_values; }
     /// The keys set, in order, repeats included.
     [[nodiscard]] const QStringList& written() const { return m_written; }
@@ -26,6 +35,7 @@ public:
 private:
     QHash<QString, QVariant> m_values;
     QStringList m_written;
+    std::function<void()> m_onChange;
 };
 
 } // namespace tessary::testing

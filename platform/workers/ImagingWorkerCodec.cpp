@@ -104,7 +104,9 @@ void writeResult(const QString& destination, const QByteArray& bytes)
 ImagingWorkerCodec::ImagingWorkerCodec(Options options)
     : m_deadline(options.deadline),
       m_worker(commandFor(options)),
-      m_lane(QStringLiteral("com.tessary.imaging"))
+      m_partWorker(commandFor(options)),
+      m_lane(QStringLiteral("com.tessary.imaging")),
+      m_partLane(QStringLiteral("com.tessary.imaging.parts"))
 {
 }
 
@@ -112,13 +114,14 @@ ImagingWorkerCodec::~ImagingWorkerCodec()
 {
     // Work still on the lane fails at once instead of holding up the end for its deadline.
     m_worker.shutDown();
+    m_partWorker.shutDown();
 }
 
-QCborMap ImagingWorkerCodec::request(const QCborMap& message)
+QCborMap ImagingWorkerCodec::request(WorkerProcess& worker, const QCborMap& message) const
 {
     std::optional<ImageError> failure;
     try {
-        QCborMap reply = m_worker.request(message, m_deadline);
+        QCborMap reply = worker.request(message, m_deadline);
         const QString word = reply.value(imaging::kError).toString();
         if (word.isEmpty())
             return reply;
@@ -161,6 +164,25 @@ QCoro::Task<QImage> ImagingWorkerCodec::decode(QString path, int maximumPixelSiz
                                 {imaging::kPath, path},
                                 {imaging::kMaximumPixelSize, side}}),
                        side);
+    });
+    co_return co_await work;
+}
+
+QCoro::Task<QImage> ImagingWorkerCodec::decodePart(QString path, QRect part, QSize size)
+{
+    const auto work = m_partLane.post([this, path, part, size] {
+        const QCborMap reply = request(m_partWorker, {{imaging::kOperation, imaging::kPart},
+                                                      {imaging::kPath, path},
+                                                      {imaging::kLeft, part.x()},
+                                                      {imaging::kTop, part.y()},
+                                                      {imaging::kWidth, part.width()},
+                                                      {imaging::kHeight, part.height()},
+                                                      {imaging::kScaledWidth, size.width()},
+                                                      {imaging::kScaledHeight, size.height()}});
+        const QImage image = imageIn(reply, std::max(size.width(), size.height()));
+        if (image.size() != size)
+            throwNonsense();
+        return image;
     });
     co_return co_await work;
 }

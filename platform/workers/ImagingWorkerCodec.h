@@ -6,7 +6,8 @@
 
 namespace tessary {
 
-/// Reads pictures in the program `tessary-imaging`, started on demand. One request at a time, in order.
+/// Reads pictures in the program `tessary-imaging`, started on demand. One request at a time, in order;
+/// parts of pictures beside all others.
 ///
 /// The owner has no request pending when it destroys this.
 class ImagingWorkerCodec : public ImageCodec {
@@ -24,6 +25,7 @@ public:
     [[nodiscard]] QCoro::Task<> writeThumbnail(QString source, QString destination, int maximumPixelSize,
                                                double quality) override;
     [[nodiscard]] QCoro::Task<QImage> decode(QString path, int maximumPixelSize) override;
+    [[nodiscard]] QCoro::Task<QImage> decodePart(QString path, QRect part, QSize size) override;
     [[nodiscard]] QCoro::Task<QByteArray> pngFromBitmap(QByteArray bitmap) override;
 
     /// The running worker's process id; nothing while it rests.
@@ -32,11 +34,14 @@ public:
 private:
     static Options defaultOptions() { return {}; }
     /// On the lane. @throws ImageError.
-    QCborMap request(const QCborMap& message);
+    [[nodiscard]] QCborMap request(const QCborMap& message) { return request(m_worker, message); }
+    [[nodiscard]] QCborMap request(WorkerProcess& worker, const QCborMap& message) const;
 
     const std::chrono::milliseconds m_deadline;
     WorkerProcess m_worker;
-    SerialLane m_lane; // last: its work uses the worker
+    WorkerProcess m_partWorker; // one of its own, since a part at the end of a huge file takes seconds
+    SerialLane m_lane;          // last, as the next: their work uses the workers
+    SerialLane m_partLane;
 };
 
 } // namespace tessary

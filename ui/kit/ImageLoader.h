@@ -13,7 +13,8 @@ namespace tessary {
 /// Brings a file's picture, its longer side at most that many pixels; a null image when it cannot be had.
 using ImageLoader = std::function<QCoro::Task<QImage>(QString path, int maximumPixelSize)>;
 
-/// Brings a part of a file's picture, scaled to that size, which is no larger than the part. Throws ImageError.
+/// Brings a part of a file's picture, scaled to that size, which is no larger than the part. Throws
+/// ImageError.
 /// @param part pixels of the upright picture.
 using ImagePartLoader = std::function<QCoro::Task<QImage>(QString path, QRect part, QSize size)>;
 

@@ -1,6 +1,7 @@
 #include "workers/imaging/ImageInput.h"
 
 #include "workers/imaging/FormatSignature.h"
+#include "workers/imaging/PicturePart.h"
 
 #include <QFile>
 
@@ -106,9 +107,14 @@ GObjectPointer<VipsSource> ImageInput::source() const
 
 GObjectPointer<VipsImage> ImageInput::image(VipsAccess access) const
 {
+    return open(access, "");
+}
+
+GObjectPointer<VipsImage> ImageInput::open(VipsAccess access, const char* loaderOptions) const
+{
     const GObjectPointer<VipsSource> from = source();
-    GObjectPointer<VipsImage> image(
-        vips_image_new_from_source(from.get(), "", "access", access, "fail_on", VIPS_FAIL_ON_ERROR, nullptr));
+    GObjectPointer<VipsImage> image(vips_image_new_from_source(from.get(), loaderOptions, "access", access,
+                                                               "fail_on", VIPS_FAIL_ON_ERROR, nullptr));
     if (!image)
         throw vipsFailure();
     checkSize(image.get());
@@ -132,6 +138,19 @@ GObjectPointer<VipsImage> ImageInput::thumbnail(int maximumPixelSize) const
                               VIPS_SIZE_DOWN, "option_string", "[fail_on=error]", nullptr) != 0)
         throw vipsFailure();
     return intoSrgb(GObjectPointer<VipsImage>(made));
+}
+
+GObjectPointer<VipsImage> ImageInput::part(const QRect& part, const QSize& size) const
+{
+    GObjectPointer<VipsImage> whole = image(VIPS_ACCESS_SEQUENTIAL);
+    PicturePart wanted = PicturePart::asStored(whole.get(), part, size);
+    if (const int shrink = wanted.loaderShrink(whole.get()); shrink > 1) {
+        const QByteArray options = "[shrink=" + QByteArray::number(shrink) + ']';
+        const GObjectPointer<VipsImage> smaller = open(VIPS_ACCESS_SEQUENTIAL, options.constData());
+        wanted.follow(whole.get(), smaller.get());
+        return intoSrgb(wanted.upright(smaller.get()));
+    }
+    return intoSrgb(wanted.upright(whole.get()));
 }
 
 } // namespace tessary::imaging

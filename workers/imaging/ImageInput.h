@@ -3,6 +3,7 @@
 #include "workers/imaging/GObjectPointer.h"
 
 #include <QByteArray>
+#include <QRect>
 #include <QSize>
 #include <QString>
 
@@ -35,9 +36,12 @@ public:
     [[nodiscard]] GObjectPointer<VipsImage> image(VipsAccess access) const;
     /// Upright, fitted into a square of that side, never enlarged, in sRGB where a profile was embedded.
     [[nodiscard]] GObjectPointer<VipsImage> thumbnail(int maximumPixelSize) const;
+    /// A part of the upright picture, scaled to that size, in sRGB where a profile was embedded. Streams.
+    [[nodiscard]] GObjectPointer<VipsImage> part(const QRect& part, const QSize& size) const;
 
 private:
     ImageInput() = default;
+    [[nodiscard]] GObjectPointer<VipsImage> open(VipsAccess access, const char* loaderOptions) const;
     /// From the start each time, since a descriptor has one position.
     [[nodiscard]] GObjectPointer<VipsSource> source() const;
 

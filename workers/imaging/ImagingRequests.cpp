@@ -13,7 +13,9 @@
 namespace tessary::imaging {
 namespace {
 
-constexpr qint64 kLargestSide = 65535; // of a JPEG
+constexpr qint64 kLargestSide = 65535;    // of a JPEG
+constexpr qint64 kFarthest = 10'000'000;  // pixel of any picture
+constexpr qint64 kMostPixels = 1LL << 24; // of a part, scaled
 
 QString pathOf(const QCborMap& request)
 {
@@ -46,17 +48,38 @@ QCborMap thumbnail(const QCborMap& request)
     return {{kBytes, toJpeg(image.get(), quality)}};
 }
 
-QCborMap decode(const QCborMap& request)
+QCborMap replyWith(VipsImage* picture)
 {
-    const ImageInput input = ImageInput::fromFile(pathOf(request));
-    const GObjectPointer<VipsImage> picture =
-        input.thumbnail(numberOf(request, kMaximumPixelSize, kLargestSide));
-    const QImage image = toQImage(picture.get());
+    const QImage image = toQImage(picture);
     const QByteArray bytes(reinterpret_cast<const char*>(image.constBits()), image.sizeInBytes());
     return {{kWidth, image.width()},
             {kHeight, image.height()},
             {kOpaque, !image.hasAlphaChannel()},
             {kBytes, bytes}};
+}
+
+QCborMap decode(const QCborMap& request)
+{
+    const ImageInput input = ImageInput::fromFile(pathOf(request));
+    const GObjectPointer<VipsImage> picture =
+        input.thumbnail(numberOf(request, kMaximumPixelSize, kLargestSide));
+    return replyWith(picture.get());
+}
+
+QCborMap part(const QCborMap& request)
+{
+    const auto offset = [&request](QLatin1String name) {
+        return int(std::clamp<qint64>(request.value(name).toInteger(-1), -1, kFarthest));
+    };
+    const QSize area(numberOf(request, kWidth, kFarthest), numberOf(request, kHeight, kFarthest));
+    const QSize size(numberOf(request, kScaledWidth, area.width()),
+                     numberOf(request, kScaledHeight, area.height()));
+    if (qint64{size.width()} * size.height() > kMostPixels)
+        throw ImagingFailure(ImagingFailure::Case::BadRequest, QStringLiteral("size"));
+    const ImageInput input = ImageInput::fromFile(pathOf(request));
+    const GObjectPointer<VipsImage> picture =
+        input.part(QRect(QPoint(offset(kLeft), offset(kTop)), area), size);
+    return replyWith(picture.get());
 }
 
 QCborMap png(QCborMap& request)
@@ -85,6 +108,8 @@ QCborMap perform(QCborMap& request)
         return thumbnail(request);
     if (operation == kDecode)
         return decode(request);
+    if (operation == kPart)
+        return part(request);
     if (operation == kPng)
         return png(request);
     throw ImagingFailure(ImagingFailure::Case::BadRequest, QStringLiteral("operation"));

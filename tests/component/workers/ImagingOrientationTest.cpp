@@ -21,9 +21,20 @@ protected:
         const QImage thumbnail(file("thumbnail.jpg"));
         EXPECT_EQ(thumbnail.size(), upright / 2);
         EXPECT_EQ(cornersOf(thumbnail), uprightCorners(orientation));
+        expectUprightParts(path, decoded);
         const QImage png = QImage::fromData(await(codec().pngFromBitmap(bytes)));
         EXPECT_EQ(png.size(), upright);
         EXPECT_EQ(cornersOf(png), uprightCorners(orientation));
+    }
+
+    void expectUprightParts(const QString& path, const QImage& whole)
+    {
+        for (const QRect part : {QRect(3, 5, 20, 12), QRect(QPoint(), whole.size())})
+            EXPECT_EQ(cornersOf(await(codec().decodePart(path, part, part.size()))),
+                      cornersOf(whole.copy(part)));
+        const QRect end(whole.width() / 2, whole.height() / 4, whole.width() / 2, whole.height() / 2);
+        EXPECT_EQ(cornersOf(await(codec().decodePart(path, end, end.size() / 2))),
+                  cornersOf(whole.copy(end)));
     }
 };
 

@@ -15,6 +15,7 @@ class AppSettingsTest : public ::testing::Test {
 protected:
     AppSettings& settings()
     {
+        m_settings.reset();
         m_settings = std::make_unique<AppSettings>(defaults, screenshotTool, folders);
         return *m_settings;
     }
@@ -149,6 +150,22 @@ TEST_F(AppSettingsTest, EveryAssignableSettingSurvivesARestart)
     EXPECT_EQ(after.maxStorageGB(), 5);
     EXPECT_TRUE(after.automaticStorageCleanup());
     EXPECT_TRUE(after.autoCreateReminderAfterOCR());
+}
+
+TEST_F(AppSettingsTest, PublishesExactlyWhatAnotherProgramHasChanged)
+{
+    AppSettings& watched = settings();
+    watched.setTrashRetentionDays(7);
+    QStringList published;
+    QObject::connect(&watched, &AppSettings::trashRetentionDaysChanged,
+                     [&] { published.append(QString::number(watched.trashRetentionDays())); });
+    QObject::connect(&watched, &AppSettings::maxStorageGBChanged,
+                     [&] { published.append(QStringLiteral("limit")); });
+    QObject::connect(&watched, &AppSettings::changedElsewhere, [&](const AppSettings::Values& before) {
+        published.append(QStringLiteral("before %1").arg(before.trashRetentionDays));
+    });
+    defaults.changeElsewhere(QStringLiteral("trashRetentionDays"), 14);
+    EXPECT_EQ(published, (QStringList{QStringLiteral("14"), QStringLiteral("before 7")}));
 }
 
 } // namespace

@@ -183,5 +183,67 @@ TEST_F(SettingsFileTest, AFailedWriteIsReportedOnceAndMadeUpForLater)
     EXPECT_EQ(failures, 1);
 }
 
+// --- while another program writes, too -----------------------------------------
+
+TEST_F(SettingsFileTest, TellsWhatAnotherProgramHasChanged)
+{
+    writeFile(path, "[General]\nkey=1\nflag=true\n");
+    SettingsFile settings(path);
+    int changes = 0;
+    settings.setChangeHandler([&] { ++changes; });
+    for (int round = 2; round < 5; ++round) { // replaced each time, as editors do
+        writeFile(folder.file(QStringLiteral("new")),
+                  "[General]\nflag=true\nkey=" + QByteArray::number(round));
+        ASSERT_EQ(::rename(qPrintable(folder.file(QStringLiteral("new"))), qPrintable(path)), 0);
+        ASSERT_TRUE(eventually([&] { return settings.integer(kKey) == round; }));
+    }
+    EXPECT_EQ(changes, 3);
+    writeFile(path, "[General]\nflag=true\n"); // in place
+    EXPECT_TRUE(eventually([&] { return !settings.contains(kKey); }));
+    EXPECT_TRUE(settings.boolean(QStringLiteral("flag")));
+}
+
+TEST_F(SettingsFileTest, OwnWritingIsNoChangeOfOthers)
+{
+    SettingsFile settings(path);
+    int changes = 0;
+    settings.setChangeHandler([&] { ++changes; });
+    settings.set(kKey, true);
+    settings.set(QStringLiteral("list"), QStringList());
+    settings.set(QStringLiteral("width"), 780.0);
+    ASSERT_TRUE(eventually([&] { return QFileInfo::exists(path); }));
+    SettingsFile other(path);
+    other.set(QStringLiteral("last"), 1); // is heard of after whatever the first writing was heard of
+    EXPECT_TRUE(eventually([&] { return settings.contains(QStringLiteral("last")); }));
+    EXPECT_EQ(changes, 1);
+    EXPECT_EQ(settings.object(kKey), QVariant(true));
+}
+
+TEST_F(SettingsFileTest, NothingIsLostWhenBothChangeDifferentKeys)
+{
+    writeFile(path, "[General]\nours=1\ntheirs=1\n");
+    SettingsFile settings(path);
+    settings.set(QStringLiteral("ours"), 2);
+    writeFile(path, "[General]\nours=1\ntheirs=2\nnew=3\n");
+    EXPECT_TRUE(eventually([&] { return readFile(path).contains("ours=2"); }));
+    EXPECT_TRUE(readFile(path).contains("theirs=2"));
+    EXPECT_TRUE(readFile(path).contains("new=3"));
+    EXPECT_TRUE(eventually([&] { return settings.integer(QStringLiteral("theirs")) == 2; }));
+    EXPECT_EQ(settings.integer(QStringLiteral("ours")), 2);
+}
+
+TEST_F(SettingsFileTest, WhatIsHalfWrittenOrGoneChangesNothing)
+{
+    writeFile(path, "[General]\nkey=1\n");
+    SettingsFile settings(path);
+    writeFile(path, "");
+    writeFile(path, QByteArray("\0\1garbage", 9));
+    ASSERT_TRUE(QFile::remove(path));
+    settings.set(QStringLiteral("other"), 1);
+    EXPECT_TRUE(eventually([&] { return readFile(path).contains("other=1"); }));
+    EXPECT_TRUE(readFile(path).contains("key=1"));
+    EXPECT_EQ(settings.integer(kKey), 1);
+}
+
 } // namespace
 } // namespace tessary
