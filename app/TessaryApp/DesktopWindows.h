@@ -5,10 +5,8 @@
 #include "ui/WithdrawnWindows.h"
 #include "ui/kit/Theme.h"
 
-#include <QList>
-#include <QPointer>
-
 #include <memory>
+#include <vector>
 
 namespace tessary {
 
@@ -17,7 +15,8 @@ class Clock;
 class DesktopAppearance;
 class LocalOCRResultWindowController;
 class OrdinaryWindows;
-class PreviewWindow;
+class PreviewWindowController;
+struct PreviewSurroundings;
 class QuickSearchPanelController;
 class WindowEffects;
 
@@ -43,9 +42,13 @@ public:
     void showRecognitionResult(const RecognitionResult& result) override;
     bool withdraw() override;
     void restore() override;
+    /// Hands what is being edited to the runtime, before it shuts down.
+    void saveEdits();
 
 private:
     void followAppearance();
+    PreviewWindowController& addPreview(const ScreenshotRecord& record);
+    void forgetPreview(PreviewWindowController* controller);
 
     const DesktopAppearance& m_appearance;
     WindowEffects& m_effects;
@@ -56,7 +59,8 @@ private:
     std::unique_ptr<QuickSearchPanelController> m_quickSearch;
     std::unique_ptr<OrdinaryWindows> m_ordinaryWindows; // while attached
     std::unique_ptr<LocalOCRResultWindowController> m_localOCRController;
-    QList<QPointer<PreviewWindow>> m_previews; // each deletes itself when it is closed
+    std::unique_ptr<PreviewSurroundings> m_previewSurroundings; // while attached
+    std::vector<std::unique_ptr<PreviewWindowController>> m_previewControllers;
 };
 
 } // namespace tessary
