@@ -352,6 +352,12 @@ void AppRuntime::revealInFinder(const ScreenshotRecord& record)
     m_flows.add(reveal(record));
 }
 
+void AppRuntime::revealLibrary()
+{
+    if (m_paths)
+        m_flows.add(m_platform.fileManager.reveal(m_paths->root));
+}
+
 QCoro::Task<> AppRuntime::reveal(ScreenshotRecord record)
 {
     if (record.contentType == ClipboardContentType::Text) {

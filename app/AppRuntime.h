@@ -129,6 +129,8 @@ public:
     /// Shows the item's original file in the file manager, or the library's copy when the original is gone.
     /// A text has no file: that is told in `lastError`, as is any failure.
     void revealInFinder(const ScreenshotRecord& record);
+    /// Shows the library's folder in the file manager; a failure is told in `lastError`.
+    void revealLibrary();
     [[nodiscard]] QCoro::Task<> saveMetadata(ScreenshotRecord record, QStringList tags, QString note);
     /// The item as the library has it now, its text whole; nothing when it is gone. @throws StoreError.
     [[nodiscard]] QCoro::Task<std::optional<ScreenshotRecord>> item(QUuid id);

@@ -27,7 +27,7 @@ set(CPACK_PRE_BUILD_SCRIPTS "${CMAKE_CURRENT_SOURCE_DIR}/LibraryDependencies.cma
 # Beyond the libraries: icons for our own and for other programs, Chinese letters, and the models without
 # which no text is recognised for most. See also the group `run` of packages.list.
 set(CPACK_DEBIAN_PACKAGE_DEPENDS "hicolor-icon-theme, adwaita-icon-theme, fonts-droid-fallback | fonts-noto-cjk, \
-tesseract-ocr-chi-sim, tesseract-ocr-eng")
+qt6-translations-l10n, tesseract-ocr-chi-sim, tesseract-ocr-eng")
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "default-dbus-session-bus | dbus-session-bus, tesseract-ocr-chi-tra, \
 tesseract-ocr-jpn, evolution-data-server")
 

@@ -3,6 +3,8 @@
 #include <QObject>
 #include <QRect>
 
+#include <optional>
+
 namespace tessary {
 
 /// What windows without the desktop's frame need from the window system. Main thread only; never blocks.
@@ -28,6 +30,13 @@ public:
     /// @returns false while another program has one of them.
     [[nodiscard]] virtual bool takeInput(quintptr window) = 0;
     virtual void releaseInput(quintptr window) = 0;
+    /// Gives a window that is shown every key, also those that the desktop or other programs react to
+    /// anywhere, until it is released or gone. @returns false while another program has the keyboard.
+    [[nodiscard]] virtual bool takeKeyboard(quintptr window) = 0;
+    virtual void releaseKeyboard(quintptr window) = 0;
+    /// The classic virtual key code of a key by its place on the keyboard, whatever the layout.
+    /// @param nativeScanCode as Qt's key events have it. @returns nothing for modifiers and unknown keys.
+    [[nodiscard]] virtual std::optional<quint32> virtualKey(quint32 nativeScanCode) const = 0;
 
 Q_SIGNALS:
     void compositedChanged();

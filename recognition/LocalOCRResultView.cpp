@@ -6,6 +6,7 @@
 #include "recognition/RecognizedTextEdit.h"
 #include "recognition/RegionPicture.h"
 #include "recognition/SuccessBubble.h"
+#include "ui/kit/CardFocus.h"
 #include "ui/kit/PushButton.h"
 #include "ui/kit/Symbol.h"
 #include "ui/kit/SymbolButton.h"
@@ -20,11 +21,14 @@ namespace {
 
 constexpr int kMargin = 20;
 constexpr int kTitleHeight = 48;
+constexpr int kTitleLine = 20;
 constexpr int kHeadingGap = 4;
 constexpr int kHeadingHeight = 28;
+constexpr int kHeadingLine = 16; // as much as the button beside it grows by
 constexpr int kGap = 8;
 constexpr int kColumnGap = 16;
 constexpr int kFooterHeight = 48;
+constexpr int kFooterLine = 16;
 constexpr int kButtonsRight = 12;
 constexpr int kButtonGap = 4;
 constexpr int kButtonRing = 3; // around the face of a push button
@@ -51,6 +55,7 @@ public:
     SuccessMark(const Theme& theme, QWidget* parent) : QWidget(parent), m_theme(theme)
     {
         setFixedSize(kSymbolSize, kSymbolSize);
+        connect(&theme, &Theme::changed, this, qOverload<>(&QWidget::update));
     }
 
 protected:
@@ -68,7 +73,12 @@ private:
 /// The card behind the text.
 class TextCard : public QWidget {
 public:
-    TextCard(const Theme& theme, QWidget* parent) : QWidget(parent), m_theme(theme) {}
+    TextCard(const Theme& theme, QWidget& text, QWidget* parent)
+        : QWidget(parent),
+          m_theme(theme),
+          m_focus(new CardFocus(text, *this))
+    {
+    }
 
 protected:
     void paintEvent(QPaintEvent*) override
@@ -79,21 +89,23 @@ protected:
         painter.setBrush(m_theme.colours().surface);
         painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), Theme::kCardRadius,
                                 Theme::kCardRadius);
+        m_focus->paint(painter, m_theme, rect(), Theme::kCardRadius);
     }
 
 private:
     const Theme& m_theme;
+    CardFocus* m_focus;
 };
 
-QLabel* label(const QString& text, const QFont& font, QWidget* parent)
+} // namespace
+
+QLabel* LocalOCRResultView::label(const QString& text, int size, QFont::Weight weight)
 {
-    auto* made = new QLabel(text, parent);
+    auto* made = new QLabel(text, this);
     made->setTextFormat(Qt::PlainText);
-    made->setFont(font);
+    m_labels.append({made, size, weight});
     return made;
 }
-
-} // namespace
 
 LocalOCRResultView::LocalOCRResultView(const Theme& theme, RecognitionResult result, QWidget* parent)
     : QWidget(parent),
@@ -146,8 +158,8 @@ void LocalOCRResultView::build(const QImage& image)
 QWidget* LocalOCRResultView::titleBar()
 {
     auto* bar = new QWidget(this);
-    bar->setFixedHeight(kTitleHeight);
-    auto* title = label(tr("OCR 识别结果"), m_theme.font(Theme::kTitleSize, QFont::DemiBold), bar);
+    m_lines.append({bar, kTitleHeight, kTitleLine});
+    auto* title = label(tr("OCR 识别结果"), Theme::kTitleSize, QFont::DemiBold);
     title->setAlignment(Qt::AlignCenter);
     auto* minimize = new SymbolButton(m_theme, QStringLiteral("minus"), bar);
     minimize->setObjectName(QStringLiteral("minimize"));
@@ -159,14 +171,16 @@ QWidget* LocalOCRResultView::titleBar()
     close->setToolTip(tr("关闭"));
     connect(minimize, &QAbstractButton::clicked, this, &LocalOCRResultView::minimizeRequested);
     connect(close, &QAbstractButton::clicked, this, &LocalOCRResultView::closeRequested);
-    const int buttons = minimize->sizeHint().width() + kButtonGap + close->sizeHint().width();
-    auto* row = new QHBoxLayout(bar);
+    auto* buttons = new QHBoxLayout;
+    buttons->setSpacing(kButtonGap);
+    buttons->addStretch(1);
+    buttons->addWidget(minimize);
+    buttons->addWidget(close);
+    auto* row = new QHBoxLayout(bar); // as much at the left as at the right: the title is in the middle
     row->setContentsMargins(kButtonsRight, 0, kButtonsRight, 0);
-    row->setSpacing(kButtonGap);
-    row->addSpacing(buttons); // so that the title is in the window's middle
-    row->addWidget(title, 1);
-    row->addWidget(minimize);
-    row->addWidget(close);
+    row->addStretch(1);
+    row->addWidget(title);
+    row->addLayout(buttons, 1);
     return bar;
 }
 
@@ -181,9 +195,9 @@ QWidget* LocalOCRResultView::textColumn()
     auto* heading = new QHBoxLayout;
     heading->setSpacing(kGap);
     heading->addWidget(new SuccessMark(m_theme, column));
-    heading->addWidget(label(tr("已识别并复制到剪贴板"), m_theme.font(Theme::kBodySize), column), 1);
+    heading->addWidget(label(tr("已识别并复制到剪贴板"), Theme::kBodySize), 1);
     heading->addWidget(copy);
-    auto* card = new TextCard(m_theme, column);
+    auto* card = new TextCard(m_theme, *m_text, column);
     connect(&m_theme, &Theme::changed, card, qOverload<>(&QWidget::update));
     auto* inside = new QVBoxLayout(card);
     inside->setContentsMargins(1, 1, 1, 1);
@@ -202,8 +216,8 @@ QWidget* LocalOCRResultView::textColumn()
 QWidget* LocalOCRResultView::pictureColumn(const QImage& image)
 {
     auto* column = new QWidget(this);
-    auto* heading = label(tr("识别区域"), m_theme.font(Theme::kBodySize, QFont::DemiBold), column);
-    heading->setFixedHeight(kHeadingHeight);
+    auto* heading = label(tr("识别区域"), Theme::kBodySize, QFont::DemiBold);
+    m_lines.append({heading, kHeadingHeight, kHeadingLine});
     auto* picture = new RegionPicture(m_theme, image, column);
     picture->setObjectName(QStringLiteral("region"));
     auto* layout = new QVBoxLayout(column);
@@ -219,16 +233,24 @@ QBoxLayout* LocalOCRResultView::footer()
     m_statusRow->setObjectName(QStringLiteral("status"));
     auto* row = new QHBoxLayout;
     row->setContentsMargins(kMargin, 0, kMargin - kButtonRing, 0);
-    row->setSpacing(kColumnGap);
+    row->setSpacing(0);
     row->addWidget(m_statusRow, 1);
+    row->addSpacing(kColumnGap);
     row->addWidget(m_addButton);
-    row->addStrut(kFooterHeight);
+    auto* strut = new QWidget(this);
+    strut->setFixedWidth(0);
+    m_lines.append({strut, kFooterHeight, kFooterLine});
+    row->addWidget(strut);
     return row;
 }
 
 void LocalOCRResultView::applyTheme()
 {
     setPalette(m_theme.palette());
+    for (const Label& each : m_labels)
+        each.label->setFont(m_theme.font(each.size, each.weight));
+    for (const Line& each : m_lines)
+        each.widget->setFixedHeight(m_theme.fitting(each.height, each.text));
     update();
 }
 

@@ -6,6 +6,8 @@
 
 class QBoxLayout;
 
+class QLabel;
+
 namespace tessary {
 
 class OCRStatusRow;
@@ -43,6 +45,19 @@ protected:
     void resizeEvent(QResizeEvent* event) override;
 
 private:
+    /// What grows with the person's text size.
+    struct Label {
+        QLabel* label;
+        int size;
+        QFont::Weight weight;
+    };
+    struct Line {
+        QWidget* widget;
+        int height; ///< As designed.
+        int text;   ///< So much of it.
+    };
+
+    QLabel* label(const QString& text, int size, QFont::Weight weight = QFont::Normal);
     void build(const QImage& image);
     [[nodiscard]] QWidget* titleBar();
     [[nodiscard]] QWidget* textColumn();
@@ -63,6 +78,8 @@ private:
     OCRStatusRow* m_statusRow;
     PushButton* m_addButton;
     SuccessBubble* m_bubble;
+    QList<Label> m_labels;
+    QList<Line> m_lines;
 };
 
 } // namespace tessary

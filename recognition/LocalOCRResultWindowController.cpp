@@ -3,6 +3,7 @@
 #include "platform/WindowEffects.h"
 #include "recognition/LocalOCRResultView.h"
 #include "ui/kit/FramedWindow.h"
+#include "ui/kit/Theme.h"
 
 #include <QCursor>
 #include <QEvent>
@@ -12,6 +13,8 @@
 #include <QShortcut>
 #include <QVBoxLayout>
 #include <QWindow>
+
+#include <algorithm>
 
 namespace tessary {
 namespace {
@@ -30,6 +33,7 @@ LocalOCRResultWindowController::LocalOCRResultWindowController(const Theme& them
     : m_theme(theme),
       m_effects(effects)
 {
+    connect(&theme, &Theme::changed, this, &LocalOCRResultWindowController::fitText);
 }
 
 LocalOCRResultWindowController::~LocalOCRResultWindowController()
@@ -44,6 +48,7 @@ void LocalOCRResultWindowController::show(RecognitionResult result)
     m_window->setWindowTitle(tr("OCR 识别结果"));
     m_window->setComposited(m_effects.isComposited());
     m_window->setBodySizes(kSmallest, kSmallest, kLargest);
+    fitText();
     m_view = new LocalOCRResultView(m_theme, std::move(result), &m_window->body());
     auto* layout = new QVBoxLayout(&m_window->body());
     layout->setContentsMargins(0, 0, 0, 0);
@@ -87,6 +92,7 @@ void LocalOCRResultWindowController::closeSoon()
 void LocalOCRResultWindowController::discard()
 {
     m_view = nullptr;
+    m_smallest = kSmallest;
     m_window.reset();
 }
 
@@ -108,8 +114,30 @@ void LocalOCRResultWindowController::place()
     m_window->winId(); // there is a native window to put on that screen
     m_window->windowHandle()->setScreen(screen);
     const QRect room = screen->availableGeometry();
-    m_window->moveBody(room.topLeft() + QPoint((room.width() - kSmallest.width()) / 2,
-                                               (room.height() - kSmallest.height()) / 2));
+    const QSize size = m_window->body().size();
+    m_window->moveBody(room.topLeft() +
+                       QPoint((room.width() - size.width()) / 2, (room.height() - size.height()) / 2));
+}
+
+/// Larger text wants a larger window, as far as there is room.
+void LocalOCRResultWindowController::fitText()
+{
+    if (!m_window)
+        return;
+    const QScreen* screen = m_window->isVisible() ? m_window->screen() : screenUnderPointer();
+    const QRect usable = screen != nullptr ? screen->availableGeometry() : QRect(QPoint(), kLargest);
+    const QSize wanted(m_theme.scaled(kSmallest.width()), m_theme.scaled(kSmallest.height()));
+    const QSize smallest = wanted.boundedTo(kLargest).boundedTo(usable.size()).expandedTo(kSmallest);
+    const QSize now = m_window->body().size();
+    if (smallest != m_smallest || !now.isValid())
+        m_window->setBodySizes(now.expandedTo(smallest), smallest, kLargest);
+    m_smallest = smallest;
+    if (!m_window->isVisible())
+        return;
+    const QRect body = m_window->bodyGeometry(); // which may have grown over the edge
+    const QPoint last = usable.bottomRight() - QPoint(body.width() - 1, body.height() - 1);
+    m_window->moveBody({std::max(usable.left(), std::min(body.left(), last.x())),
+                        std::max(usable.top(), std::min(body.top(), last.y()))});
 }
 
 /// What the shadow lies on gets the clicks on it.

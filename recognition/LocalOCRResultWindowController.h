@@ -45,9 +45,11 @@ private:
     void discard();
     void addShortcuts();
     void place();
+    void fitText();
     void leaveShadowAlone();
 
     const Theme& m_theme;
+    QSize m_smallest = kSmallest; // of the body, with the person's text size
     WindowEffects& m_effects;
     std::unique_ptr<FramedWindow> m_window;
     LocalOCRResultView* m_view = nullptr; // child of the window

@@ -1,5 +1,6 @@
 #include "recognition/OCRStatusRow.h"
 
+#include "ui/kit/AccessibleRole.h"
 #include "ui/kit/SingleLine.h"
 #include "ui/kit/Symbol.h"
 #include "ui/kit/Theme.h"
@@ -46,14 +47,22 @@ struct AppearanceOf {
 
 OCRStatusRow::OCRStatusRow(const Theme& theme, QWidget* parent) : QWidget(parent), m_theme(theme)
 {
-    setFont(theme.font(Theme::kCaptionSize));
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
-    connect(&theme, &Theme::changed, this, qOverload<>(&QWidget::update));
+    setAccessibleRole(*this, QAccessible::StatusBar);
+    connect(&theme, &Theme::changed, this, &OCRStatusRow::applyTheme);
+    applyTheme();
+}
+
+void OCRStatusRow::applyTheme()
+{
+    setFont(m_theme.font(Theme::kCaptionSize));
+    updateGeometry();
+    describe();
 }
 
 void OCRStatusRow::setCharacterCount(qsizetype count)
 {
-    m_count = QString::number(count) + tr(" 个字符");
+    m_count = tr("%n 个字符", nullptr, static_cast<int>(count));
     describe();
 }
 
@@ -66,7 +75,9 @@ void OCRStatusRow::setStatus(const OCRReminderStatus& status)
 
 void OCRStatusRow::describe()
 {
-    setAccessibleName(m_count + QStringLiteral(", ") + m_text);
+    const QString name = m_count + QStringLiteral(", ") + m_text;
+    if (accessibleName() != name)
+        setAccessibleName(name); // which tells those who listen
     setToolTip(shownStatus() == m_text ? QString() : m_text);
     update();
 }
@@ -78,7 +89,7 @@ int OCRStatusRow::countWidth() const
 
 int OCRStatusRow::statusLeft() const
 {
-    return countWidth() + kGap + 1 + kGap + kSymbolSize + kSymbolGap;
+    return countWidth() + kGap + 1 + kGap + m_theme.scaled(kSymbolSize) + kSymbolGap;
 }
 
 QString OCRStatusRow::shownStatus() const
@@ -88,12 +99,12 @@ QString OCRStatusRow::shownStatus() const
 
 QSize OCRStatusRow::sizeHint() const
 {
-    return {statusLeft() + fontMetrics().horizontalAdvance(m_text), kHeight};
+    return {statusLeft() + fontMetrics().horizontalAdvance(m_text), m_theme.fitting(kHeight, kSymbolSize)};
 }
 
 QSize OCRStatusRow::minimumSizeHint() const
 {
-    return {statusLeft() + kLeastStatus, kHeight};
+    return {statusLeft() + m_theme.scaled(kLeastStatus), m_theme.fitting(kHeight, kSymbolSize)};
 }
 
 void OCRStatusRow::resizeEvent(QResizeEvent*)
@@ -110,11 +121,13 @@ void OCRStatusRow::paintEvent(QPaintEvent*)
     painter.setPen(colours.secondaryText);
     drawSingleLine(painter, rect(), m_count);
     int left = countWidth() + kGap;
-    painter.fillRect(left, (height() - kLineHeight) / 2, 1, kLineHeight, colours.edge);
+    const int line = m_theme.scaled(kLineHeight);
+    painter.fillRect(left, (height() - line) / 2, 1, line, colours.edge);
     left += 1 + kGap;
-    painter.drawPixmap(left, (height() - kSymbolSize) / 2,
-                       Symbol(QString::fromLatin1(appearance.symbol))
-                           .pixmap(kSymbolSize, appearance.colour, devicePixelRatioF()));
+    const int size = m_theme.scaled(kSymbolSize);
+    painter.drawPixmap(
+        left, (height() - size) / 2,
+        Symbol(QString::fromLatin1(appearance.symbol)).pixmap(size, appearance.colour, devicePixelRatioF()));
     painter.setPen(appearance.colour);
     drawSingleLine(painter, QRect(statusLeft(), 0, width() - statusLeft(), height()), shownStatus());
 }

@@ -30,6 +30,7 @@ protected:
     void resizeEvent(QResizeEvent* event) override;
 
 private:
+    void applyTheme();
     [[nodiscard]] int countWidth() const;
     [[nodiscard]] int statusLeft() const;
     void describe();

@@ -32,8 +32,8 @@ RecognizedTextEdit::RecognizedTextEdit(const Theme& theme, const QString& text, 
     document()->setDocumentMargin(0);
     new OverlayScrollBar(theme, *this);
     connect(&theme, &Theme::changed, this, &RecognizedTextEdit::applyTheme);
-    applyTheme();
     begin();
+    applyTheme();
     connect(this, &QTextEdit::textChanged, this, &RecognizedTextEdit::readBack);
 }
 
@@ -41,13 +41,20 @@ RecognizedTextEdit::RecognizedTextEdit(const Theme& theme, const QString& text, 
 void RecognizedTextEdit::begin()
 {
     setPlainText(m_text);
+    setLineHeight(m_theme.scaled(kLineHeight));
+    document()->setModified(false);
+}
+
+/// Forgets what could be undone: undoing would bring the old line height back.
+void RecognizedTextEdit::setLineHeight(int height)
+{
+    m_lineHeight = height;
     QTextCursor all(document());
     all.select(QTextCursor::Document);
     QTextBlockFormat format;
-    format.setLineHeight(kLineHeight, QTextBlockFormat::FixedHeight);
+    format.setLineHeight(height, QTextBlockFormat::FixedHeight);
     all.mergeBlockFormat(format);
     document()->clearUndoRedoStacks();
-    document()->setModified(false);
 }
 
 /// Not `toPlainText`, which makes blanks of blanks that do not break.
@@ -78,6 +85,8 @@ void RecognizedTextEdit::applyTheme()
     setPalette(palette);
     setFont(m_theme.font(Theme::kBodySize));
     viewport()->setAutoFillBackground(false);
+    if (m_lineHeight != m_theme.scaled(kLineHeight))
+        setLineHeight(m_theme.scaled(kLineHeight));
     update();
 }
 

@@ -26,10 +26,12 @@ protected:
 private:
     void applyTheme();
     void begin();
+    void setLineHeight(int height);
     void readBack();
 
     const Theme& m_theme;
     QString m_text;
+    int m_lineHeight = 0;
 };
 
 } // namespace tessary

@@ -1,5 +1,6 @@
 #include "recognition/RegionPicture.h"
 
+#include "ui/kit/AccessibleRole.h"
 #include "ui/kit/Theme.h"
 
 #include <QPainter>
@@ -31,6 +32,7 @@ RegionPicture::RegionPicture(const Theme& theme, QImage image, QWidget* parent)
       m_lane(QStringLiteral("region-picture"))
 {
     setAccessibleName(tr("识别区域"));
+    setAccessibleRole(*this, QAccessible::Graphic);
     connect(&theme, &Theme::changed, this, qOverload<>(&QWidget::update));
 }
 

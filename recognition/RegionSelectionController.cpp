@@ -5,6 +5,7 @@
 #include "recognition/RegionSelectionView.h"
 #include "recognition/RegionSelectionWindow.h"
 
+#include <QAccessible>
 #include <QCursor>
 #include <QGuiApplication>
 #include <QLoggingCategory>
@@ -95,6 +96,9 @@ void RegionSelectionController::cover(const QList<ScreenPicture>& pictures)
         window->raise();
     }
     m_keyWindow = windowUnderMouse();
+    // No window manager tells the screen reader of these windows.
+    QAccessibleEvent event(&m_keyWindow->view(), QAccessible::Focus);
+    QAccessible::updateAccessibility(&event);
 }
 
 void RegionSelectionController::coverScreen(QScreen& screen, const QImage& picture)

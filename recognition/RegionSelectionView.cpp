@@ -1,5 +1,6 @@
 #include "recognition/RegionSelectionView.h"
 
+#include "ui/kit/AccessibleRole.h"
 #include "ui/kit/Theme.h"
 
 #include <QPaintEvent>
@@ -25,7 +26,8 @@ constexpr QMarginsF kPlatePadding(16, 8, 16, 8);
 constexpr int kLabelSize = 12;
 constexpr qreal kLabelFill = 0.72;
 constexpr qreal kLabelRadius = 4;
-constexpr qreal kLabelHeight = 20;
+constexpr int kLabelHeight = 20;
+constexpr int kLabelLine = 16;
 constexpr qreal kLabelPadding = 6;
 constexpr qreal kLabelDrop = 24; // of its lower edge below the selection
 constexpr qreal kLabelEdge = 8;  // at least this far from the lower edge of the screen
@@ -44,6 +46,8 @@ RegionSelectionView::RegionSelectionView(const Theme& theme, QImage picture, QWi
 {
     setAttribute(Qt::WA_OpaquePaintEvent);
     setAccessibleName(tr("拖动选择需要识别的文字区域 · Esc 取消"));
+    setAccessibleRole(*this, QAccessible::StaticText);
+    connect(&theme, &Theme::changed, this, qOverload<>(&QWidget::update));
 }
 
 // --- dragging ---------------------------------------------------------------
@@ -173,9 +177,11 @@ QRectF RegionSelectionView::labelRect() const
         return {};
     const qreal wanted = QFontMetricsF(m_theme.font(kLabelSize)).horizontalAdvance(sizeText());
     const qreal labelWidth = wanted + 2 * kLabelPadding;
-    const qreal bottom = std::min(selected.bottom() + kLabelDrop, height() - kLabelEdge);
+    const qreal labelHeight = m_theme.fitting(kLabelHeight, kLabelLine);
+    const qreal drop = kLabelDrop + labelHeight - kLabelHeight;
+    const qreal bottom = std::min(selected.bottom() + drop, height() - kLabelEdge);
     const qreal left = std::max<qreal>(0, std::min(selected.left(), width() - labelWidth));
-    return {left, bottom - kLabelHeight, labelWidth, kLabelHeight};
+    return {left, bottom - labelHeight, labelWidth, labelHeight};
 }
 
 } // namespace tessary

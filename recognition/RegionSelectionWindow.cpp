@@ -1,6 +1,7 @@
 #include "recognition/RegionSelectionWindow.h"
 
 #include "recognition/RegionSelectionView.h"
+#include "ui/kit/AccessibleRole.h"
 
 #include <QKeyEvent>
 #include <QScreen>
@@ -13,6 +14,7 @@ RegionSelectionWindow::RegionSelectionWindow(const Theme& theme, QScreen& screen
       m_view(new RegionSelectionView(theme, picture, this))
 {
     setAttribute(Qt::WA_ShowWithoutActivating);
+    setAccessibleRole(*this, QAccessible::Window);
     setCursor(Qt::CrossCursor);
     setWindowTitle(QStringLiteral("Tessary Region"));
     setScreen(&screen);

@@ -31,6 +31,7 @@ protected:
     void hideEvent(QHideEvent* event) override;
 
 private:
+    [[nodiscard]] int bodyHeight() const;
     void fade();
 
     const Theme& m_theme;

@@ -7,38 +7,67 @@
 #include "store/FileImageCache.h"
 #include "ui/OrdinaryWindows.h"
 #include "ui/kit/FramedWindow.h"
+#include "ui/kit/TextScale.h"
 #include "ui/preview/PreviewDetailView.h"
 #include "ui/preview/PreviewSurroundings.h"
 #include "ui/preview/PreviewWindow.h"
 #include "ui/preview/PreviewWindowController.h"
 #include "ui/quicksearch/KeyableSearchPanel.h"
 #include "ui/quicksearch/QuickSearchPanelController.h"
+#include "ui/settings/SettingsWindowController.h"
 
-#include <QLoggingCategory>
+#include <QGuiApplication>
+#include <QScreen>
+#include <QToolTip>
 
 #include <algorithm>
 #include <utility>
 
-Q_LOGGING_CATEGORY(lcWindows, "tessary.windows")
-
 namespace tessary {
+namespace {
 
-DesktopWindows::DesktopWindows(const DesktopAppearance& appearance, WindowEffects& effects, Clock& clock)
+/// Without what somebody asked of Qt on top of it.
+double screenScale()
+{
+    const QScreen* screen = QGuiApplication::primaryScreen();
+    bool isGiven = false;
+    const double given = qEnvironmentVariable("QT_SCALE_FACTOR").toDouble(&isGiven);
+    return screen == nullptr ? 1 : screen->devicePixelRatio() / (isGiven && given > 0 ? given : 1);
+}
+
+} // namespace
+
+DesktopWindows::DesktopWindows(const DesktopAppearance& appearance, WindowEffects& effects, Clock& clock,
+                               const ApplicationSources& applications)
     : m_appearance(appearance),
       m_effects(effects),
+      m_applications(applications),
       m_regionSelection(m_theme, effects, clock)
 {
     connect(&appearance, &DesktopAppearance::changed, this, &DesktopWindows::followAppearance);
-    followAppearance();
+    connect(qGuiApp, &QGuiApplication::primaryScreenChanged, this, &DesktopWindows::followScreen);
+    followScreen(QGuiApplication::primaryScreen());
 }
 
 DesktopWindows::~DesktopWindows() = default;
+
+/// Its resolution may have the person's text size in it.
+void DesktopWindows::followScreen(QScreen* screen)
+{
+    if (screen != nullptr)
+        connect(screen, &QScreen::logicalDotsPerInchChanged, this, &DesktopWindows::followAppearance,
+                Qt::UniqueConnection);
+    followAppearance();
+}
 
 void DesktopWindows::followAppearance()
 {
     m_theme.setDark(m_appearance.colourScheme() == DesktopAppearance::ColourScheme::Dark);
     m_theme.setAccent(m_appearance.accentColour());
     m_theme.setReducedMotion(m_appearance.reducedMotion());
+    m_theme.setTextScale(remainingTextScale(m_appearance.textScale(), screenScale()));
+    QToolTip::setPalette(m_theme.palette());
+    QToolTip::setFont(m_theme.font(Theme::kCaptionSize));
 }
 
 void DesktopWindows::attach(AppRuntime& runtime)
@@ -63,6 +92,7 @@ void DesktopWindows::detach()
     m_quickSearch.reset();
     m_previewControllers.clear();
     m_previewSurroundings.reset();
+    m_settings.reset();
     m_ordinaryWindows.reset();
     m_runtime = nullptr;
 }
@@ -86,7 +116,14 @@ void DesktopWindows::hideQuickSearch()
 
 void DesktopWindows::showSettings()
 {
-    qCInfo(lcWindows, "the settings window was asked for; this version has none yet");
+    if (m_runtime == nullptr)
+        return;
+    if (!m_settings) {
+        m_settings =
+            std::make_unique<SettingsWindowController>(m_theme, *m_runtime, m_effects, m_applications);
+        m_ordinaryWindows->add(m_settings->window());
+    }
+    m_settings->show();
 }
 
 void DesktopWindows::showPreview(const ScreenshotRecord& record)
@@ -148,6 +185,8 @@ bool DesktopWindows::withdraw()
         hideQuickSearch();
     if (FramedWindow* const result = m_localOCRController->window())
         had = m_withdrawn.withdraw(*result) || had;
+    if (m_settings)
+        had = m_withdrawn.withdraw(m_settings->window()) || had;
     for (const auto& controller : m_previewControllers)
         had = m_withdrawn.withdraw(controller->window()) || had;
     return had;

@@ -4,9 +4,12 @@
 #include "recognition/RegionSelectionController.h"
 #include "ui/WithdrawnWindows.h"
 #include "ui/kit/Theme.h"
+#include "ui/settings/ApplicationSources.h"
 
 #include <memory>
 #include <vector>
+
+class QScreen;
 
 namespace tessary {
 
@@ -18,13 +21,15 @@ class OrdinaryWindows;
 class PreviewWindowController;
 struct PreviewSurroundings;
 class QuickSearchPanelController;
+class SettingsWindowController;
 class WindowEffects;
 
 /// The windows, and the looks that they share.
 class DesktopWindows : public QObject, public WindowPresenter {
     Q_OBJECT
 public:
-    DesktopWindows(const DesktopAppearance& appearance, WindowEffects& effects, Clock& clock);
+    DesktopWindows(const DesktopAppearance& appearance, WindowEffects& effects, Clock& clock,
+                   const ApplicationSources& applications);
     ~DesktopWindows() override;
 
     [[nodiscard]] const Theme& theme() const { return m_theme; }
@@ -46,12 +51,14 @@ public:
     void saveEdits();
 
 private:
+    void followScreen(QScreen* screen);
     void followAppearance();
     PreviewWindowController& addPreview(const ScreenshotRecord& record);
     void forgetPreview(PreviewWindowController* controller);
 
     const DesktopAppearance& m_appearance;
     WindowEffects& m_effects;
+    ApplicationSources m_applications;
     Theme m_theme;
     RegionSelectionController m_regionSelection;
     AppRuntime* m_runtime = nullptr; // while attached
@@ -59,6 +66,7 @@ private:
     std::unique_ptr<QuickSearchPanelController> m_quickSearch;
     std::unique_ptr<OrdinaryWindows> m_ordinaryWindows; // while attached
     std::unique_ptr<LocalOCRResultWindowController> m_localOCRController;
+    std::unique_ptr<SettingsWindowController> m_settings;       // once it was asked for
     std::unique_ptr<PreviewSurroundings> m_previewSurroundings; // while attached
     std::vector<std::unique_ptr<PreviewWindowController>> m_previewControllers;
 };

@@ -27,15 +27,16 @@ SessionPlatform::SessionPlatform()
     : m_settings(settingsPath(m_folders)),
       m_screenshotTool(m_folders),
       m_icons(m_folders.dataFolders(), QIcon::themeName()),
+      m_entries(m_folders.dataFolders(), QString::fromLatin1(std::setlocale(LC_MESSAGES, nullptr))),
+      m_installed(m_entries),
       m_pasteboard(m_imageCodec),
-      m_workspace(
-          DesktopEntries(m_folders.dataFolders(), QString::fromLatin1(std::setlocale(LC_MESSAGES, nullptr))),
-          applicationIdentifier()),
+      m_workspace(m_entries, applicationIdentifier()),
       m_reminders(m_folders),
       m_permissions(&m_reminders),
       m_fileManager(&x11StartupIdentifier),
       m_loginItem(m_folders, applicationIdentifier(), QCoreApplication::applicationFilePath()),
-      m_privacySettings(m_folders.dataFolders(), applicationIdentifier())
+      m_privacySettings(m_folders.dataFolders(), applicationIdentifier()),
+      m_windowPicker(m_entries, applicationIdentifier())
 {
 }
 

@@ -4,6 +4,7 @@
 #include "platform/linux/AutostartEntry.h"
 #include "platform/linux/DesktopApplicationIcons.h"
 #include "platform/linux/DesktopFileManager.h"
+#include "platform/linux/DesktopInstalledApplications.h"
 #include "platform/linux/DesktopPrivacySettings.h"
 #include "platform/linux/DesktopScreenshotDefaults.h"
 #include "platform/linux/InotifyDirectoryWatcher.h"
@@ -21,6 +22,7 @@
 #include "platform/x11/X11ScreenCapture.h"
 #include "platform/x11/X11StatusHosts.h"
 #include "platform/x11/X11WindowEffects.h"
+#include "platform/x11/X11WindowPicker.h"
 #include "platform/x11/X11Workspace.h"
 
 namespace tessary {
@@ -35,6 +37,8 @@ public:
     [[nodiscard]] DesktopAppearance& appearance() { return m_appearance; }
     [[nodiscard]] StatusHosts& statusHosts() { return m_statusHosts; }
     [[nodiscard]] WindowEffects& windowEffects() { return m_windowEffects; }
+    [[nodiscard]] InstalledApplications& installedApplications() { return m_installed; }
+    [[nodiscard]] WindowPicker& windowPicker() { return m_windowPicker; }
     /// What the person should know about the settings file, if anything.
     [[nodiscard]] const std::optional<QString>& settingsProblem() const { return m_settings.problem(); }
 
@@ -45,6 +49,8 @@ private:
     SettingsFile m_settings;
     DesktopScreenshotDefaults m_screenshotTool;
     DesktopApplicationIcons m_icons;
+    DesktopEntries m_entries; // never looked at; others have copies of their own
+    DesktopInstalledApplications m_installed;
     InotifyDirectoryWatcher m_directories;
     ImagingWorkerCodec m_imageCodec;
     X11Pasteboard m_pasteboard;
@@ -60,6 +66,7 @@ private:
     RecognizerWorker m_textRecognizer;
     X11StatusHosts m_statusHosts;
     X11WindowEffects m_windowEffects;
+    X11WindowPicker m_windowPicker;
 };
 
 } // namespace tessary

@@ -23,7 +23,9 @@ constexpr auto kPatience = 10s; // for imports that are under way when the progr
 
 TessaryApp::TessaryApp(LibraryBusObject& bus)
     : m_bus(bus),
-      m_windows(m_session.appearance(), m_session.windowEffects(), m_session.platform().clock),
+      m_windows(m_session.appearance(), m_session.windowEffects(), m_session.platform().clock,
+                {m_session.installedApplications(), m_session.platform().applicationIcons,
+                 m_session.windowPicker()}),
       m_runtime(m_session.platform(), m_windows),
       m_rewrittenSettings(m_runtime),
       m_menu(m_runtime, m_windows.theme()),

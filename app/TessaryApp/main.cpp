@@ -2,6 +2,7 @@
 #include "app/SingleInstance.h"
 #include "app/TessaryApp/TessaryApp.h"
 #include "app/commandline/VerbRunner.h"
+#include "app/language/Translations.h"
 #include "base/FreedMemory.h"
 #include "platform/linux/DetachedProgram.h"
 
@@ -79,6 +80,8 @@ tessary::BusClient::HasEnded startInBackground()
 int perform(const CommandLine& commandLine, int argc, char** argv)
 {
     QCoreApplication application(argc, argv);
+    const tessary::Translations translations(
+        tessary::interfaceLanguage(tessary::LocaleVariables::ofEnvironment()));
     try {
         tessary::BusClient client(&startInBackground);
         const auto status = static_cast<int>(tessary::VerbRunner(client).perform(commandLine));
@@ -95,6 +98,8 @@ int perform(const CommandLine& commandLine, int argc, char** argv)
 int run(tessary::SingleInstance::IfAnother ifAnother, int argc, char** argv)
 {
     QApplication application(argc, argv);
+    const tessary::Translations translations(
+        tessary::interfaceLanguage(tessary::LocaleVariables::ofEnvironment()));
     QApplication::setApplicationName(QStringLiteral("Tessary"));
     QApplication::setApplicationVersion(QStringLiteral(TESSARY_VERSION));
     QGuiApplication::setDesktopFileName(tessary::applicationIdentifier());

@@ -5,6 +5,8 @@
 #include <QRegularExpression>
 #include <QSet>
 
+#include <algorithm>
+#include <iterator>
 #include <sys/stat.h>
 
 namespace tessary {
@@ -65,6 +67,15 @@ std::optional<DesktopEntry> DesktopEntries::byId(const QString& id)
     if (entry == nullptr)
         return std::nullopt;
     return *entry;
+}
+
+QList<DesktopEntry> DesktopEntries::inMenus()
+{
+    refresh();
+    QList<DesktopEntry> shown;
+    std::copy_if(m_entries.cbegin(), m_entries.cend(), std::back_inserter(shown),
+                 [](const DesktopEntry& entry) { return !entry.noDisplay; });
+    return shown;
 }
 
 bool DesktopEntries::isCurrent() const

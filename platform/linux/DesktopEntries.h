@@ -31,6 +31,8 @@ public:
     /// go before those that are not. Upper and lower case count as equal where no exact match exists.
     [[nodiscard]] std::optional<DesktopEntry> find(const WindowIdentity& window);
     [[nodiscard]] std::optional<DesktopEntry> byId(const QString& id);
+    /// Those that menus show.
+    [[nodiscard]] QList<DesktopEntry> inMenus();
 
 private:
     using Index = QHash<QString, qsizetype>; ///< Key, and its lower-cased form, to place in m_entries.

@@ -31,6 +31,23 @@ public:
         if (inputWindow == window)
             inputWindow = 0;
     }
+    [[nodiscard]] bool takeKeyboard(quintptr window) override
+    {
+        if (isInputTaken)
+            return false;
+        keyboardWindow = window;
+        return true;
+    }
+    void releaseKeyboard(quintptr window) override
+    {
+        if (keyboardWindow == window)
+            keyboardWindow = 0;
+    }
+    [[nodiscard]] std::optional<quint32> virtualKey(quint32 nativeScanCode) const override
+    {
+        const auto found = virtualKeys.constFind(nativeScanCode);
+        return found != virtualKeys.cend() ? std::optional(*found) : std::nullopt;
+    }
 
     void setComposited(bool isComposited)
     {
@@ -42,9 +59,11 @@ public:
     QRect inputRegion;
     quintptr floating = 0;
     quintptr activated = 0;
-    quintptr inputWindow = 0;  ///< That has pointer and keyboard for itself.
-    bool isInputTaken = false; ///< By another program.
-    int attempts = 0;          ///< To take them.
+    quintptr inputWindow = 0;            ///< That has pointer and keyboard for itself.
+    quintptr keyboardWindow = 0;         ///< That has every key for itself.
+    QHash<quint32, quint32> virtualKeys; ///< By the number of the key.
+    bool isInputTaken = false;           ///< By another program.
+    int attempts = 0;                    ///< To take them.
 
 private:
     bool m_isComposited = false;

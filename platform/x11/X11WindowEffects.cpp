@@ -1,5 +1,6 @@
 #include "platform/x11/X11WindowEffects.h"
 
+#include "platform/linux/VirtualKeys.h"
 #include "platform/x11/XcbReply.h"
 
 #include <QGuiApplication>
@@ -177,6 +178,23 @@ void X11WindowEffects::releaseInput(quintptr window)
         taker->setMouseGrabEnabled(false);
         taker->setKeyboardGrabEnabled(false);
     }
+}
+
+bool X11WindowEffects::takeKeyboard(quintptr window)
+{
+    QWindow* const taker = shownWindow(window);
+    return taker != nullptr && taker->setKeyboardGrabEnabled(true);
+}
+
+void X11WindowEffects::releaseKeyboard(quintptr window)
+{
+    if (QWindow* const taker = shownWindow(window))
+        taker->setKeyboardGrabEnabled(false);
+}
+
+std::optional<quint32> X11WindowEffects::virtualKey(quint32 nativeScanCode) const
+{
+    return virtualKeyOfKeycode(nativeScanCode);
 }
 
 } // namespace tessary

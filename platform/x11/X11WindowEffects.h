@@ -23,6 +23,9 @@ public:
     void activate(quintptr window) override;
     [[nodiscard]] bool takeInput(quintptr window) override;
     void releaseInput(quintptr window) override;
+    [[nodiscard]] bool takeKeyboard(quintptr window) override;
+    void releaseKeyboard(quintptr window) override;
+    [[nodiscard]] std::optional<quint32> virtualKey(quint32 nativeScanCode) const override;
 
 private:
     void watchCompositor();

@@ -6,11 +6,7 @@
 #include "platform/x11/X11Call.h"
 #include "platform/x11/XcbReply.h"
 
-#include <QFile>
-
 #include <algorithm>
-#include <array>
-#include <unistd.h>
 
 namespace tessary {
 namespace {
@@ -18,39 +14,17 @@ namespace {
 const QByteArray kActiveWindow("_NET_ACTIVE_WINDOW");
 const QByteArray kWindowType("_NET_WM_WINDOW_TYPE");
 const QByteArray kDock("_NET_WM_WINDOW_TYPE_DOCK");
-const QByteArray kApplicationId("_GTK_APPLICATION_ID");
 
 /// On the way from one window to another, window managers name none for a moment.
 constexpr std::chrono::milliseconds kBetweenWindows{150};
-
-/// The program's file; empty when the process is gone or not ours to see.
-QString executableOf(qint64 process)
-{
-    std::array<char, 4096> target{};
-    const QByteArray link = "/proc/" + QByteArray::number(process) + "/exe";
-    const ssize_t length = ::readlink(link.constData(), target.data(), target.size());
-    return length > 0 ? QFile::decodeName(QByteArray(target.data(), length)) : QString();
-}
-
-/// Terminals that may run without a desktop file.
-bool isTerminalClass(const QString& windowClass)
-{
-    static const QStringList classes{
-        QStringLiteral("xterm"), QStringLiteral("uxterm"),      QStringLiteral("rxvt"),
-        QStringLiteral("urxvt"), QStringLiteral("st-256color"), QStringLiteral("alacritty"),
-        QStringLiteral("kitty"), QStringLiteral("eterm"),       QStringLiteral("mlterm"),
-    };
-    return classes.contains(windowClass, Qt::CaseInsensitive);
-}
 
 } // namespace
 
 X11Workspace::X11Workspace(DesktopEntries entries, QString ownIdentifier, QObject* parent)
     : Workspace(parent),
-      m_entries(std::move(entries)),
-      m_ownIdentifier(std::move(ownIdentifier)),
       m_loop("tessary-windows"),
-      m_activation(m_loop)
+      m_activation(m_loop),
+      m_programs(m_loop, std::move(entries), std::move(ownIdentifier))
 {
     connect(&m_sleepMonitor, &LogindSleepMonitor::wokeUp, this, &Workspace::didWake);
     m_loop.addHandler([this](const xcb_generic_event_t& event) { handle(event); });
@@ -87,8 +61,8 @@ QCoro::Task<bool> X11Workspace::isActive(RunningApplication application)
 
 void X11Workspace::watchRoot()
 {
-    m_loop.atoms().prefetch(
-        {kActiveWindow, kWindowType, kDock, kApplicationId, "_NET_WM_PID", "WM_CLIENT_MACHINE"});
+    m_loop.atoms().prefetch({kActiveWindow, kWindowType, kDock});
+    m_programs.prefetchAtoms();
     const uint32_t mask = XCB_EVENT_MASK_PROPERTY_CHANGE;
     xcb_change_window_attributes(m_loop.connection(), m_loop.root(), XCB_CW_EVENT_MASK, &mask);
     readActiveWindow();
@@ -120,7 +94,7 @@ void X11Workspace::readActiveWindow()
     // Asked for first, so that a later end of the window is not missed.
     const uint32_t mask = XCB_EVENT_MASK_STRUCTURE_NOTIFY;
     xcb_change_window_attributes(m_loop.connection(), window, XCB_CW_EVENT_MASK, &mask);
-    std::optional<RunningApplication> program = programOf(window);
+    std::optional<RunningApplication> program = m_programs.programOf(window);
     if (!program) {
         m_active = XCB_WINDOW_NONE;
         expectNone();
@@ -158,53 +132,6 @@ bool X11Workspace::isDock(xcb_window_t window)
     const auto types =
         wordsProperty(m_loop.connection(), window, m_loop.atoms().atom(kWindowType), XCB_ATOM_ATOM);
     return std::find(types.begin(), types.end(), m_loop.atoms().atom(kDock)) != types.end();
-}
-
-std::optional<RunningApplication> X11Workspace::programOf(xcb_window_t window)
-{
-    xcb_connection_t* x = m_loop.connection();
-    const XcbReply<xcb_get_window_attributes_reply_t> exists(
-        xcb_get_window_attributes_reply(x, xcb_get_window_attributes(x, window), nullptr));
-    if (!exists)
-        return std::nullopt;
-    RunningApplication program;
-    program.window = window;
-    program.processIdentifier = processOf(m_loop, window);
-    const WindowIdentity identity = identityOf(window, program.processIdentifier);
-    program.isTerminal = isTerminalClass(identity.windowClass) || isTerminalClass(identity.instance);
-    if (const std::optional<DesktopEntry> entry = m_entries.find(identity)) {
-        program.localizedName = entry->name;
-        program.bundleIdentifier = entry->id;
-        program.bundleURL = QUrl::fromLocalFile(entry->path);
-        program.isTerminal =
-            program.isTerminal || entry->categories.contains(QLatin1String("TerminalEmulator"));
-        return program;
-    }
-    const QString& name = identity.windowClass.isEmpty() ? identity.instance : identity.windowClass;
-    if (!name.isEmpty()) {
-        program.localizedName = name;
-        program.bundleIdentifier = name;
-    }
-    if (program.processIdentifier == ::getpid()) // run from where it was built
-        program.bundleIdentifier = m_ownIdentifier;
-    return program;
-}
-
-WindowIdentity X11Workspace::identityOf(xcb_window_t window, qint64 process)
-{
-    const auto text = [&](xcb_atom_t property) {
-        return textProperty(m_loop.connection(), window, property).value_or(QByteArray());
-    };
-    const QList<QByteArray> classes = text(XCB_ATOM_WM_CLASS).split('\0');
-    WindowIdentity identity;
-    identity.applicationId = QString::fromUtf8(text(m_loop.atoms().atom(kApplicationId)));
-    identity.instance = QString::fromUtf8(classes.value(0));
-    identity.windowClass = QString::fromUtf8(classes.value(1));
-    if (process > 0)
-        identity.executable = executableOf(process);
-    if (process == ::getpid())
-        identity.applicationId = m_ownIdentifier;
-    return identity;
 }
 
 void X11Workspace::publish(std::optional<RunningApplication> application)

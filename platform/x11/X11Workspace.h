@@ -1,9 +1,9 @@
 #pragma once
 
 #include "platform/Workspace.h"
-#include "platform/linux/DesktopEntries.h"
 #include "platform/linux/LogindSleepMonitor.h"
 #include "platform/x11/WindowActivation.h"
+#include "platform/x11/WindowPrograms.h"
 
 namespace tessary {
 
@@ -36,17 +36,14 @@ private:
     void noteNoneActive();
     void publish(std::optional<RunningApplication> application);
     [[nodiscard]] bool isDock(xcb_window_t window);
-    [[nodiscard]] std::optional<RunningApplication> programOf(xcb_window_t window);
-    [[nodiscard]] WindowIdentity identityOf(xcb_window_t window, qint64 process);
 
     LogindSleepMonitor m_sleepMonitor;
     std::optional<RunningApplication> m_frontmost; // main thread
-    DesktopEntries m_entries;                      // the loop's thread, as all below
-    QString m_ownIdentifier;
-    xcb_window_t m_active = XCB_WINDOW_NONE;
+    xcb_window_t m_active = XCB_WINDOW_NONE;       // the loop's thread, as all below
     X11EventLoop::TimerId m_noneConfirmation = 0;
     X11EventLoop m_loop;
     WindowActivation m_activation; // needs the loop, which stops first
+    WindowPrograms m_programs;     // the same
 };
 
 } // namespace tessary

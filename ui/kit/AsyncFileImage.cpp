@@ -125,7 +125,7 @@ void AsyncFileImage::timerEvent(QTimerEvent* event)
         m_patience.stop();
         m_spinner.start(kSpinnerStepMs, this);
     } else if (event->timerId() == m_spinner.timerId()) {
-        m_spinnerStep = (m_spinnerStep + 1) % kSpinnerSpokes;
+        m_spinnerStep = m_isAnimated ? (m_spinnerStep + 1) % kSpinnerSpokes : 0;
     } else {
         QWidget::timerEvent(event);
         return;

@@ -34,6 +34,8 @@ public:
     void setPlaceholderSystemImage(const QString& name);
     /// By default the palette's placeholder text.
     void setPlaceholderColour(const QColor& colour);
+    /// Whether the progress indicator may turn; it does by default.
+    void setAnimated(bool isAnimated) { m_isAnimated = isAnimated; }
 
     [[nodiscard]] State state() const { return m_state; }
     [[nodiscard]] bool isProgressVisible() const { return m_spinner.isActive(); }
@@ -70,6 +72,7 @@ private:
     QBasicTimer m_patience;
     QBasicTimer m_spinner;
     int m_spinnerStep = 0;
+    bool m_isAnimated = true;
 };
 
 } // namespace tessary

@@ -1,5 +1,6 @@
 #include "ui/kit/Banner.h"
 
+#include "ui/kit/AccessibleRole.h"
 #include "ui/kit/ElidedLines.h"
 #include "ui/kit/Symbol.h"
 #include "ui/kit/SymbolButton.h"
@@ -14,12 +15,11 @@ namespace {
 constexpr int kSymbolSize = 20;
 constexpr int kSymbolLeft = 26;
 constexpr int kTextLeft = 68;
-constexpr int kTextRight = 54;
+constexpr int kTextGap = 12; // to the close button
 constexpr int kVerticalPadding = 8;
 constexpr int kLineHeight = 18;
 constexpr int kMaximumLines = 2;
 constexpr int kCloseRight = 14;
-constexpr int kCloseSize = 28;
 
 } // namespace
 
@@ -30,6 +30,7 @@ Banner::Banner(const Theme& theme, const QString& symbol, QWidget* parent)
       m_label(new QLabel(this)),
       m_close(new SymbolButton(theme, QStringLiteral("xmark"), this))
 {
+    setAccessibleRole(*this, QAccessible::AlertMessage);
     m_label->setTextFormat(Qt::PlainText);
     m_label->setTextInteractionFlags(Qt::TextSelectableByMouse);
     m_label->setFocusPolicy(Qt::NoFocus);
@@ -52,6 +53,9 @@ void Banner::applyTheme()
     m_label->setPalette(palette);
     m_label->setFont(m_theme.font(Theme::kBodySize));
     m_close->setRestingColour(m_theme.colours().warning);
+    layOut();
+    if (m_slide.state() != QAbstractAnimation::Running && !m_message.isEmpty())
+        setFixedHeight(fullHeight());
     update();
 }
 
@@ -71,19 +75,21 @@ void Banner::setMessage(const QString& message)
 int Banner::fullHeight() const
 {
     const int lines = static_cast<int>(m_label->text().count(QLatin1Char('\n'))) + 1;
-    return 2 * kVerticalPadding + lines * kLineHeight;
+    return 2 * kVerticalPadding + lines * m_theme.scaled(kLineHeight);
 }
 
 void Banner::layOut()
 {
-    const int textWidth = width() - kTextLeft - kTextRight;
+    const int textWidth = width() - kTextLeft - kCloseRight - m_close->sizeHint().width() - kTextGap;
     if (!m_message.isEmpty())
         m_label->setText(elidedLines(m_message, m_label->font(), textWidth, kMaximumLines));
     const int lines = static_cast<int>(m_label->text().count(QLatin1Char('\n'))) + 1;
-    m_label->setGeometry(kTextLeft, kVerticalPadding, textWidth, lines * kLineHeight);
-    const int firstLineCentre = kVerticalPadding + kLineHeight / 2;
-    m_close->setGeometry(width() - kCloseRight - kCloseSize, firstLineCentre - kCloseSize / 2, kCloseSize,
-                         kCloseSize);
+    const int lineHeight = m_theme.scaled(kLineHeight);
+    m_label->setGeometry(kTextLeft, kVerticalPadding, textWidth, lines * lineHeight);
+    const int firstLineCentre = kVerticalPadding + lineHeight / 2;
+    const QSize close = m_close->sizeHint();
+    m_close->setGeometry(width() - kCloseRight - close.width(), firstLineCentre - close.height() / 2,
+                         close.width(), close.height());
 }
 
 void Banner::slideTo(int height)
@@ -117,7 +123,7 @@ void Banner::paintEvent(QPaintEvent*)
     QPainter painter(this);
     painter.fillRect(rect(), m_theme.colours().warningFill);
     painter.fillRect(0, height() - 1, width(), 1, m_theme.colours().hairline);
-    const int top = kVerticalPadding + (kLineHeight - kSymbolSize) / 2;
+    const int top = kVerticalPadding + (m_theme.scaled(kLineHeight) - kSymbolSize) / 2;
     painter.drawPixmap(kSymbolLeft, top,
                        Symbol(m_symbol).pixmap(kSymbolSize, m_theme.colours().warning, devicePixelRatioF()));
 }

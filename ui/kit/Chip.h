@@ -14,6 +14,7 @@ public:
     Chip(const Theme& theme, const QString& text, QWidget* parent = nullptr);
 
     [[nodiscard]] const QString& text() const { return m_text; }
+    [[nodiscard]] SymbolButton& removeButton() const { return *m_remove; }
     [[nodiscard]] QSize sizeHint() const override;
     [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
 
@@ -25,6 +26,7 @@ protected:
     void resizeEvent(QResizeEvent* event) override;
 
 private:
+    void applyTheme();
     [[nodiscard]] QString shownText() const;
 
     const Theme& m_theme;

@@ -1,11 +1,14 @@
 #include "ui/kit/EmptyState.h"
 
+#include "ui/kit/AccessibleRole.h"
 #include "ui/kit/Spinner.h"
 #include "ui/kit/Symbol.h"
 #include "ui/kit/Theme.h"
 
 #include <QPainter>
 #include <QTextLayout>
+
+#include <algorithm>
 
 namespace tessary {
 namespace {
@@ -17,14 +20,15 @@ constexpr int kSentenceGap = 4;
 constexpr int kSentenceLine = 18;
 constexpr int kSidePadding = 32;
 
-void drawCentred(QPainter& painter, const QString& text, const QRect& area, int lineHeight)
+/// @returns how high the text is.
+int drawCentred(QPainter& painter, const QString& text, const QRect& area, int lineHeight)
 {
     QTextLayout layout(text, painter.font());
     QTextOption option(Qt::AlignHCenter);
     option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
     layout.setTextOption(option);
     layout.beginLayout();
-    double y = 0;
+    int y = 0;
     for (QTextLine line = layout.createLine(); line.isValid(); line = layout.createLine()) {
         line.setLineWidth(area.width());
         line.setPosition(QPointF(0, y + (lineHeight - line.height()) / 2));
@@ -32,6 +36,7 @@ void drawCentred(QPainter& painter, const QString& text, const QRect& area, int 
     }
     layout.endLayout();
     layout.draw(&painter, area.topLeft());
+    return y;
 }
 
 } // namespace
@@ -41,8 +46,12 @@ EmptyState::EmptyState(const Theme& theme, QWidget* parent)
       m_theme(theme),
       m_spinner(new Spinner(theme, this))
 {
+    setAccessibleRole(*this, QAccessible::StaticText);
     m_spinner->hide();
-    connect(&theme, &Theme::changed, this, qOverload<>(&QWidget::update));
+    connect(&theme, &Theme::changed, this, [this] {
+        placeSpinner();
+        update();
+    });
 }
 
 void EmptyState::set(const QString& symbol, const QString& title, const QString& sentence)
@@ -60,10 +69,16 @@ void EmptyState::set(const QString& symbol, const QString& title, const QString&
 
 int EmptyState::top() const
 {
-    return (height() - (kSymbolSize + kGap + kTitleHeight + kSentenceGap + kSentenceLine)) / 2;
+    const int text = m_theme.scaled(kTitleHeight) + kSentenceGap + m_theme.scaled(kSentenceLine);
+    return std::max(0, (height() - (kSymbolSize + kGap + text)) / 2);
 }
 
 void EmptyState::resizeEvent(QResizeEvent*)
+{
+    placeSpinner();
+}
+
+void EmptyState::placeSpinner()
 {
     m_spinner->move((width() - m_spinner->width()) / 2, top());
 }
@@ -79,12 +94,12 @@ void EmptyState::paintEvent(QPaintEvent*)
     if (!m_title.isEmpty()) {
         painter.setPen(colours.text);
         painter.setFont(m_theme.font(Theme::kBodySize, QFont::DemiBold));
-        drawCentred(painter, m_title, area, kTitleHeight);
-        area.translate(0, kTitleHeight + kSentenceGap);
+        const int height = drawCentred(painter, m_title, area, m_theme.scaled(kTitleHeight));
+        area.translate(0, height + kSentenceGap);
     }
     painter.setPen(colours.secondaryText);
     painter.setFont(m_theme.font(Theme::kCaptionSize));
-    drawCentred(painter, m_sentence, area, kSentenceLine);
+    drawCentred(painter, m_sentence, area, m_theme.scaled(kSentenceLine));
 }
 
 } // namespace tessary

@@ -24,6 +24,7 @@ private:
     /// Where the symbol starts, so that symbol and a two-line text are centred as one. Two states side by
     /// side thus have their symbols on one height.
     [[nodiscard]] int top() const;
+    void placeSpinner();
 
     const Theme& m_theme;
     Spinner* m_spinner;

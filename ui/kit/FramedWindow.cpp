@@ -1,5 +1,6 @@
 #include "ui/kit/FramedWindow.h"
 
+#include "ui/kit/AccessibleRole.h"
 #include "ui/kit/RoundedMask.h"
 #include "ui/kit/Theme.h"
 
@@ -51,6 +52,7 @@ FramedWindow::FramedWindow(const Theme& theme, int radius, Qt::WindowFlags flags
       m_body(new QWidget(this)),
       m_edge(new WindowEdge(theme, radius, this))
 {
+    setAccessibleRole(*this, QAccessible::Window);
     setPalette(theme.palette());
     connect(&theme, &Theme::changed, this, [this] {
         setPalette(m_theme.palette());

@@ -1,5 +1,6 @@
 #include "ui/kit/KeyCap.h"
 
+#include "ui/kit/AccessibleRole.h"
 #include "ui/kit/SingleLine.h"
 #include "ui/kit/Symbol.h"
 #include "ui/kit/Theme.h"
@@ -11,6 +12,7 @@ namespace tessary {
 namespace {
 
 constexpr int kHeight = 20;
+constexpr int kLineHeight = 14;
 constexpr int kPadding = 5;
 constexpr int kGlyphSize = 12;
 constexpr int kGap = 1;
@@ -46,9 +48,9 @@ QList<Piece> pieces(const QString& text)
     return pieces;
 }
 
-int widthOf(const Piece& piece, const QFontMetrics& metrics)
+int widthOf(const Piece& piece, const QFontMetrics& metrics, int glyphSize)
 {
-    return piece.symbol.isEmpty() ? metrics.horizontalAdvance(piece.text) : kGlyphSize;
+    return piece.symbol.isEmpty() ? metrics.horizontalAdvance(piece.text) : glyphSize;
 }
 
 } // namespace
@@ -58,9 +60,13 @@ KeyCap::KeyCap(const Theme& theme, const QString& text, QWidget* parent)
       m_theme(theme),
       m_text(text)
 {
+    setAccessibleRole(*this, QAccessible::StaticText);
     setAccessibleName(text);
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
-    connect(&theme, &Theme::changed, this, qOverload<>(&QWidget::update));
+    connect(&theme, &Theme::changed, this, [this] {
+        updateGeometry();
+        update();
+    });
 }
 
 int KeyCap::contentWidth() const
@@ -68,13 +74,14 @@ int KeyCap::contentWidth() const
     const QFontMetrics metrics(m_theme.font(Theme::kCapSize));
     int width = 0;
     for (const Piece& piece : pieces(m_text))
-        width += widthOf(piece, metrics) + (width > 0 ? kGap : 0);
+        width += widthOf(piece, metrics, m_theme.scaled(kGlyphSize)) + (width > 0 ? kGap : 0);
     return width;
 }
 
 QSize KeyCap::sizeHint() const
 {
-    return {qMax(kHeight, contentWidth() + 2 * kPadding), kHeight};
+    const int height = m_theme.fitting(kHeight, kLineHeight);
+    return {qMax(height, contentWidth() + 2 * kPadding), height};
 }
 
 void KeyCap::paintEvent(QPaintEvent*)
@@ -89,14 +96,15 @@ void KeyCap::paintEvent(QPaintEvent*)
     painter.setPen(colours.text);
     painter.setFont(m_theme.font(Theme::kCapSize));
     const QFontMetrics metrics = painter.fontMetrics();
+    const int glyphSize = m_theme.scaled(kGlyphSize);
     int left = (width() - contentWidth()) / 2;
     for (const Piece& piece : pieces(m_text)) {
-        const int pieceWidth = widthOf(piece, metrics);
+        const int pieceWidth = widthOf(piece, metrics, glyphSize);
         if (piece.symbol.isEmpty()) {
             drawSingleLine(painter, QRect(left, 0, pieceWidth, height()), piece.text);
         } else {
-            painter.drawPixmap(left, (height() - kGlyphSize) / 2,
-                               Symbol(piece.symbol).pixmap(kGlyphSize, colours.text, devicePixelRatioF()));
+            painter.drawPixmap(left, (height() - glyphSize) / 2,
+                               Symbol(piece.symbol).pixmap(glyphSize, colours.text, devicePixelRatioF()));
         }
         left += pieceWidth + kGap;
     }

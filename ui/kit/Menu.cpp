@@ -33,11 +33,26 @@ Menu::Menu(const Theme& theme, bool isTranslucent, QWidget* parent)
     auto* style = new MenuStyle(theme);
     style->setParent(this);
     setStyle(style);
-    setFont(theme.font(Theme::kBodySize));
-    setPalette(theme.palette());
+    applyTheme();
     setWindowFlags(windowFlags() | Qt::FramelessWindowHint | Qt::NoDropShadowWindowHint);
     setAttribute(Qt::WA_TranslucentBackground, isTranslucent);
-    connect(&theme, &Theme::changed, this, [this] { setPalette(m_theme.palette()); });
+    connect(&theme, &Theme::changed, this, &Menu::applyTheme);
+    // Who chooses through a screen reader leaves it open.
+    connect(this, &QMenu::triggered, this, [this] {
+        if (isVisible())
+            close();
+    });
+}
+
+void Menu::applyTheme()
+{
+    const QFont font = m_theme.font(Theme::kBodySize);
+    const bool isOtherSize = this->font().pixelSize() != font.pixelSize();
+    setFont(font);
+    setPalette(m_theme.palette());
+    if (isVisible() && isOtherSize)
+        popup(pos()); // measures its rows anew, and scrolls where they are too many
+    update();
 }
 
 QAction* Menu::add(const QString& symbol, const QString& text)

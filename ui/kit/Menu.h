@@ -21,6 +21,8 @@ protected:
     void resizeEvent(QResizeEvent* event) override;
 
 private:
+    void applyTheme();
+
     const Theme& m_theme;
     bool m_isTranslucent;
 };

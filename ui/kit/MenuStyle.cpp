@@ -12,6 +12,7 @@ namespace {
 
 constexpr int kPadding = 6;
 constexpr int kRowHeight = 24;
+constexpr int kLineHeight = 18;
 constexpr int kHeadingHeight = 24;
 constexpr int kRowRadius = 5;
 constexpr int kSeparatorHeight = 11;
@@ -24,14 +25,14 @@ constexpr int kShortcutGap = 24;
 constexpr int kNarrowest = 196;
 
 /// Where symbols start; ticks have a column of their own where there are any.
-int contentStart(const QStyleOptionMenuItem& item)
+int contentStart(const QStyleOptionMenuItem& item, const Theme& theme)
 {
-    return item.menuHasCheckableItems ? kLeft + kTick + kGap : kLeft;
+    return item.menuHasCheckableItems ? kLeft + theme.scaled(kTick) + kGap : kLeft;
 }
 
-int symbolColumn(const QStyleOptionMenuItem& item)
+int symbolColumn(const QStyleOptionMenuItem& item, const Theme& theme)
 {
-    return item.icon.isNull() ? 0 : kSymbol + kGap;
+    return item.icon.isNull() ? 0 : theme.scaled(kSymbol) + kGap;
 }
 
 bool isHeading(const QStyleOptionMenuItem& item)
@@ -63,7 +64,7 @@ int MenuStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const
     case PM_MenuVMargin:
         return kPadding;
     case PM_SmallIconSize:
-        return kSymbol;
+        return m_theme.scaled(kSymbol);
     default:
         return QProxyStyle::pixelMetric(metric, option, widget);
     }
@@ -84,14 +85,15 @@ QSize MenuStyle::sizeFromContents(ContentsType type, const QStyleOption* option,
     if (type != CT_MenuItem || item == nullptr)
         return QProxyStyle::sizeFromContents(type, option, size, widget);
     if (isHeading(*item))
-        return {kNarrowest, kHeadingHeight};
+        return {kNarrowest, m_theme.fitting(kHeadingHeight, kLineHeight)};
     if (item->menuItemType == QStyleOptionMenuItem::Separator)
         return {kNarrowest, kSeparatorHeight};
     const QFontMetrics metrics(item->font);
-    int width = contentStart(*item) + symbolColumn(*item) + metrics.horizontalAdvance(label(*item)) + kRight;
+    int width = contentStart(*item, m_theme) + symbolColumn(*item, m_theme) +
+                metrics.horizontalAdvance(label(*item)) + kRight;
     if (!keys(*item).isEmpty())
         width += kShortcutGap + metrics.horizontalAdvance(keys(*item));
-    return {qMax(kNarrowest, width), kRowHeight};
+    return {qMax(kNarrowest, width), m_theme.fitting(kRowHeight, kLineHeight)};
 }
 
 void MenuStyle::drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
@@ -117,7 +119,7 @@ void MenuStyle::drawItem(const QStyleOptionMenuItem& item, QPainter& painter, qr
     if (isHeading(item)) {
         painter.setFont(m_theme.font(Theme::kCaptionSize));
         painter.setPen(colours.secondaryText);
-        drawSingleLine(painter, row.adjusted(contentStart(item), 0, -kRight, 0), item.text);
+        drawSingleLine(painter, row.adjusted(contentStart(item, m_theme), 0, -kRight, 0), item.text);
         return;
     }
     if (item.menuItemType == QStyleOptionMenuItem::Separator) {
@@ -139,10 +141,10 @@ void MenuStyle::drawItem(const QStyleOptionMenuItem& item, QPainter& painter, qr
                            Symbol(name).pixmap(size, colour, devicePixelRatio));
     };
     if (item.checked)
-        drawSymbol(QStringLiteral("checkmark"), kTick, kLeft, text);
+        drawSymbol(QStringLiteral("checkmark"), m_theme.scaled(kTick), kLeft, text);
     if (!item.icon.isNull()) // its name says which symbol
-        drawSymbol(item.icon.name(), kSymbol, contentStart(item), quiet);
-    const int left = contentStart(item) + symbolColumn(item);
+        drawSymbol(item.icon.name(), m_theme.scaled(kSymbol), contentStart(item, m_theme), quiet);
+    const int left = contentStart(item, m_theme) + symbolColumn(item, m_theme);
     painter.setFont(item.font);
     painter.setPen(text);
     drawSingleLine(painter, row.adjusted(left, 0, -kRight, 0), label(item));

@@ -27,7 +27,10 @@ PushButton::PushButton(const Theme& theme, Role role, QWidget* parent)
 {
     setFocusPolicy(Qt::TabFocus);
     setAttribute(Qt::WA_Hover);
-    connect(&theme, &Theme::changed, this, qOverload<>(&QWidget::update));
+    connect(&theme, &Theme::changed, this, [this] {
+        updateGeometry();
+        update();
+    });
 }
 
 void PushButton::setSymbol(const QString& symbol)
@@ -40,8 +43,8 @@ QSize PushButton::sizeHint() const
 {
     int width = 2 * (kRing + kPadding) + QFontMetrics(textFont()).horizontalAdvance(text());
     if (!m_symbol.isEmpty())
-        width += kSymbolSize + kGap;
-    return {width, kHeight + 2 * kRing};
+        width += m_theme.scaled(kSymbolSize) + kGap;
+    return {width, m_theme.fitting(kHeight, kSymbolSize) + 2 * kRing};
 }
 
 QFont PushButton::textFont() const
@@ -89,9 +92,10 @@ void PushButton::paintEvent(QPaintEvent*)
                             Theme::kControlRadius);
     int left = area.left() + kPadding;
     if (!m_symbol.isEmpty()) {
-        painter.drawPixmap(left, area.top() + (area.height() - kSymbolSize) / 2,
-                           Symbol(m_symbol).pixmap(kSymbolSize, foreground(), devicePixelRatioF()));
-        left += kSymbolSize + kGap;
+        const int size = m_theme.scaled(kSymbolSize);
+        painter.drawPixmap(left, area.top() + (area.height() - size) / 2,
+                           Symbol(m_symbol).pixmap(size, foreground(), devicePixelRatioF()));
+        left += size + kGap;
     }
     painter.setPen(foreground());
     painter.setFont(textFont());

@@ -20,6 +20,7 @@ constexpr int kFullCircle = 360 * 16; // as QPainter counts
 Spinner::Spinner(const Theme& theme, QWidget* parent) : QWidget(parent), m_theme(theme)
 {
     setFixedSize(kBox, kBox);
+    connect(&theme, &Theme::changed, this, &Spinner::followTheme);
 }
 
 void Spinner::paintEvent(QPaintEvent*)
@@ -34,10 +35,18 @@ void Spinner::paintEvent(QPaintEvent*)
     painter.drawArc(circle, -m_step * kFullCircle / kSteps, kFullCircle / 4);
 }
 
+void Spinner::followTheme()
+{
+    if (!isVisible() || m_theme.duration(kStepTime) == 0ms)
+        m_timer.stop();
+    else if (!m_timer.isActive())
+        m_timer.start(static_cast<int>(kStepTime.count()), this);
+    update();
+}
+
 void Spinner::showEvent(QShowEvent*)
 {
-    if (m_theme.duration(kStepTime) > 0ms)
-        m_timer.start(static_cast<int>(kStepTime.count()), this);
+    followTheme();
 }
 
 void Spinner::hideEvent(QHideEvent*)

@@ -21,6 +21,8 @@ protected:
     void timerEvent(QTimerEvent* event) override;
 
 private:
+    void followTheme();
+
     const Theme& m_theme;
     QBasicTimer m_timer;
     int m_step = 0;

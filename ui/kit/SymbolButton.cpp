@@ -1,5 +1,8 @@
 #include "ui/kit/SymbolButton.h"
 
+#include "ui/kit/AccessibleRole.h"
+#include "ui/kit/BlendedColour.h"
+#include "ui/kit/MenuButtonAccess.h"
 #include "ui/kit/SingleLine.h"
 #include "ui/kit/Symbol.h"
 #include "ui/kit/Theme.h"
@@ -13,19 +16,6 @@ constexpr int kPadding = 8;
 constexpr int kGap = 4;
 constexpr int kTrailingSize = 12;
 
-QColor blended(const QColor& from, const QColor& to, double share)
-{
-    const auto channel = [share](float a, float b) { return a + (b - a) * static_cast<float>(share); };
-    return QColor::fromRgbF(channel(from.redF(), to.redF()), channel(from.greenF(), to.greenF()),
-                            channel(from.blueF(), to.blueF()), channel(from.alphaF(), to.alphaF()));
-}
-
-QColor transparent(QColor colour)
-{
-    colour.setAlpha(0);
-    return colour;
-}
-
 } // namespace
 
 SymbolButton::SymbolButton(const Theme& theme, QString symbol, QWidget* parent)
@@ -36,7 +26,10 @@ SymbolButton::SymbolButton(const Theme& theme, QString symbol, QWidget* parent)
 {
     setFocusPolicy(Qt::TabFocus);
     setAttribute(Qt::WA_Hover);
-    connect(&theme, &Theme::changed, this, qOverload<>(&QWidget::update));
+    connect(&theme, &Theme::changed, this, [this] {
+        updateGeometry();
+        update();
+    });
 }
 
 void SymbolButton::setCheckedSymbol(const QString& symbol)
@@ -74,9 +67,21 @@ void SymbolButton::setTinted(bool isTinted)
     update();
 }
 
+void SymbolButton::setOpensMenu()
+{
+    m_opensMenu = true;
+    MenuButtonAccess::install();
+    renewAccess(*this);
+}
+
 void SymbolButton::setHeld(bool isHeld)
 {
     m_isHeld = isHeld;
+    QAccessible::State changed;
+    changed.expanded = true;
+    changed.collapsed = true;
+    QAccessibleStateChangeEvent event(this, changed);
+    QAccessible::updateAccessibility(&event);
     update();
 }
 
@@ -88,13 +93,14 @@ void SymbolButton::setRestingColour(const QColor& colour)
 
 QSize SymbolButton::sizeHint() const
 {
+    const int extent = m_theme.fitting(m_extent, m_symbolSize);
     if (!m_showsText)
-        return {m_extent, m_extent};
+        return {extent, extent};
     int width =
-        kPadding + m_symbolSize + kGap + QFontMetrics(textFont()).horizontalAdvance(text()) + kPadding;
+        kPadding + symbolSize() + kGap + QFontMetrics(textFont()).horizontalAdvance(text()) + kPadding;
     if (!m_trailingSymbol.isEmpty())
-        width += kGap + kTrailingSize;
-    return {width, m_extent};
+        width += kGap + m_theme.scaled(kTrailingSize);
+    return {width, extent};
 }
 
 QFont SymbolButton::textFont() const
@@ -126,6 +132,11 @@ QColor SymbolButton::foreground() const
     return blended(colours.secondaryText, colours.text, m_hover.value());
 }
 
+int SymbolButton::symbolSize() const
+{
+    return m_theme.scaled(m_symbolSize);
+}
+
 void SymbolButton::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
@@ -136,17 +147,18 @@ void SymbolButton::paintEvent(QPaintEvent*)
     painter.drawRoundedRect(rect(), radius, radius);
     const QColor colour = foreground();
     const QString symbol = isChecked() && !m_checkedSymbol.isEmpty() ? m_checkedSymbol : m_symbol;
-    const int left = m_showsText ? kPadding : (width() - m_symbolSize) / 2;
-    painter.drawPixmap(left, (height() - m_symbolSize) / 2,
-                       Symbol(symbol).pixmap(m_symbolSize, colour, devicePixelRatioF()));
+    const int size = symbolSize();
+    const int left = m_showsText ? kPadding : (width() - size) / 2;
+    painter.drawPixmap(left, (height() - size) / 2, Symbol(symbol).pixmap(size, colour, devicePixelRatioF()));
     if (m_showsText) {
         painter.setPen(colour);
         painter.setFont(textFont());
-        const int textLeft = kPadding + m_symbolSize + kGap;
+        const int textLeft = kPadding + size + kGap;
         drawSingleLine(painter, QRect(textLeft, 0, width() - textLeft, height()), text());
+        const int trailing = m_theme.scaled(kTrailingSize);
         if (!m_trailingSymbol.isEmpty())
-            painter.drawPixmap(width() - kPadding - kTrailingSize, (height() - kTrailingSize) / 2,
-                               Symbol(m_trailingSymbol).pixmap(kTrailingSize, colour, devicePixelRatioF()));
+            painter.drawPixmap(width() - kPadding - trailing, (height() - trailing) / 2,
+                               Symbol(m_trailingSymbol).pixmap(trailing, colour, devicePixelRatioF()));
     }
     m_focusRing.paint(painter, m_theme, rect(), radius);
 }

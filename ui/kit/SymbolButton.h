@@ -27,8 +27,12 @@ public:
     /// In the accent colour: what it stands for is in force.
     void setTinted(bool isTinted);
     [[nodiscard]] bool isTinted() const { return m_isTinted; }
+    /// Says so to those who cannot see it.
+    void setOpensMenu();
+    [[nodiscard]] bool opensMenu() const { return m_opensMenu; }
     /// Looks pressed, as long as its menu is open.
     void setHeld(bool isHeld);
+    [[nodiscard]] bool isHeld() const { return m_isHeld; }
     /// Instead of the secondary text colour at rest.
     void setRestingColour(const QColor& colour);
 
@@ -48,6 +52,7 @@ private:
     [[nodiscard]] QColor background() const;
     [[nodiscard]] QColor foreground() const;
     [[nodiscard]] QFont textFont() const;
+    [[nodiscard]] int symbolSize() const;
 
     const Theme& m_theme;
     QString m_symbol;
@@ -59,6 +64,7 @@ private:
     bool m_showsText = false;
     bool m_isTinted = false;
     bool m_isHeld = false;
+    bool m_opensMenu = false;
     HoverFade m_hover;
     FocusRing m_focusRing;
 };

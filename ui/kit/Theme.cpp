@@ -96,6 +96,14 @@ void Theme::setTextScale(double scale)
     Q_EMIT changed();
 }
 
+void Theme::setReducedMotion(bool isReduced)
+{
+    if (m_reducesMotion == isReduced)
+        return;
+    m_reducesMotion = isReduced;
+    Q_EMIT changed();
+}
+
 void Theme::update()
 {
     m_colours = themeColours(m_isDark, m_accent);

@@ -43,6 +43,9 @@ public:
     [[nodiscard]] double textScale() const { return m_textScale; }
     /// A length that holds text, as it is with the person's text size.
     [[nodiscard]] int scaled(int pixels) const { return qRound(pixels * m_textScale); }
+    /// The height of something that is designed so high around text lines of that height together: the lines
+    /// grow with the person's text size, the room around them stays.
+    [[nodiscard]] int fitting(int height, int lines) const { return height - lines + scaled(lines); }
     /// The desktop's family, then the ones for Chinese and Japanese.
     /// @param pixelSize as designed; the font has it as the person wants it.
     [[nodiscard]] QFont font(int pixelSize, QFont::Weight weight = QFont::Normal) const;
@@ -52,7 +55,7 @@ public:
     void setDark(bool isDark);
     void setAccent(const std::optional<QColor>& accent);
     void setTextScale(double scale);
-    void setReducedMotion(bool isReduced) { m_reducesMotion = isReduced; }
+    void setReducedMotion(bool isReduced);
 
 Q_SIGNALS:
     void changed();

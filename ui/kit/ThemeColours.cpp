@@ -45,6 +45,7 @@ ThemeColours lightColours()
     colours.success = QColor(0x1A, 0x7A, 0x43);
     colours.successFill = QColor(0xE6, 0xF4, 0xEB);
     colours.keyCapLine = black(0.12);
+    colours.switchedOff = QColor(0x8E, 0x8E, 0x94);
     colours.pictureLine = black(0.12);
     colours.nearShadow = black(0.10);
     colours.farShadow = black(0.22);
@@ -78,6 +79,7 @@ ThemeColours darkColours()
     colours.success = QColor(0x4C, 0xC3, 0x8A);
     colours.successFill = QColor(0x1D, 0x35, 0x29);
     colours.keyCapLine = white(0.14);
+    colours.switchedOff = QColor(0x7A, 0x7A, 0x82);
     colours.pictureLine = white(0.12);
     colours.nearShadow = black(0.35);
     colours.farShadow = black(0.60);
@@ -129,7 +131,8 @@ void takeAccent(ThemeColours& colours, const QColor& accent, bool isDark)
     colours.accentText = readable(opaque, colours.window, !isDark);
     colours.accentTint = mixed(opaque, colours.window, kTint);
     colours.accentTintHover = mixed(opaque, colours.window, kTintHover);
-    colours.accentText = readable(colours.accentText, colours.accentTint, !isDark);
+    for (const QColor& beneath : {colours.surface, colours.accentTint, colours.accentTintHover})
+        colours.accentText = readable(colours.accentText, beneath, !isDark);
     colours.secondaryOnAccent =
         readable(mixed(colours.onAccent, colours.accent, kOnAccentShare), colours.accent, false);
 }

@@ -32,6 +32,7 @@ struct ThemeColours {
     QColor success;
     QColor successFill;
     QColor keyCapLine;
+    QColor switchedOff; ///< Of a switch.
     QColor pictureLine; ///< Around thumbnails.
     QColor nearShadow;
     QColor farShadow;

@@ -1,5 +1,6 @@
 #include "ui/preview/NoticeBar.h"
 
+#include "ui/kit/AccessibleRole.h"
 #include "ui/kit/SingleLine.h"
 #include "ui/kit/Symbol.h"
 #include "ui/kit/Theme.h"
@@ -18,6 +19,7 @@ constexpr int kGap = 8;
 
 NoticeBar::NoticeBar(const Theme& theme, QWidget* parent) : QWidget(parent), m_theme(theme)
 {
+    setAccessibleRole(*this, QAccessible::StaticText);
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     connect(&theme, &Theme::changed, this, [this] {
         updateGeometry();

@@ -1,5 +1,6 @@
 #include "ui/preview/PictureCanvas.h"
 
+#include "ui/kit/AccessibleRole.h"
 #include "ui/kit/EmptyState.h"
 #include "ui/kit/Theme.h"
 #include "ui/preview/PictureTiles.h"
@@ -37,6 +38,7 @@ PictureCanvas::PictureCanvas(const Theme& theme, Loader loader, ImagePartLoader 
       m_missing(new EmptyState(theme, this))
 {
     setFocusPolicy(Qt::StrongFocus);
+    setAccessibleRole(*this, QAccessible::Graphic);
     setAccessibleName(tr("图片"));
     grabGesture(Qt::PinchGesture);
     m_missing->set(QStringLiteral("exclamationmark.triangle"), tr("无法载入图片"),

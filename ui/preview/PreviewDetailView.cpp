@@ -95,10 +95,8 @@ PreviewDetailView::PreviewDetailView(const ScreenshotRecord& record, AppRuntime&
     followCopyKeys();
     showRecord();
     showDraft();
-    if (m_picture != nullptr)
-        m_picture->setFocus();
-    else
-        m_text->setFocus();
+    setFocusProxy(m_text != nullptr ? static_cast<QWidget*>(m_text) : m_picture);
+    setFocus();
     refresh();
 }
 
@@ -211,7 +209,7 @@ void PreviewDetailView::keyPressEvent(QKeyEvent* event)
     if (event->matches(QKeySequence::Save))
         return save({});
     if (event->matches(QKeySequence::Copy))
-        return copy();
+        return hasSelection() && m_text != nullptr ? m_text->page().view().copy() : copy();
     if (event->key() == Qt::Key_Delete && event->modifiers() == Qt::NoModifier && !isEditing())
         return moveToTrash();
     QWidget::keyPressEvent(event);

@@ -1,5 +1,6 @@
 #include "ui/preview/PreviewToolbar.h"
 
+#include "ui/kit/AccessibleRole.h"
 #include "ui/kit/Hairline.h"
 #include "ui/kit/Theme.h"
 #include "ui/preview/ToolbarButton.h"
@@ -32,6 +33,7 @@ PreviewToolbar::PreviewToolbar(const Theme& theme, QWidget* parent)
     add(Action::Pin, "pin", tr("置顶"));
     add(Action::Export, "square.and.arrow.up", tr("导出"));
     add(Action::Delete, "trash", tr("删除"), ToolbarButton::Role::Destructive);
+    setAccessibleRole(*this, QAccessible::ToolBar);
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     connect(&theme, &Theme::changed, this, [this] {
         layOut();

@@ -1,5 +1,6 @@
 #include "ui/preview/TagChip.h"
 
+#include "ui/kit/AccessibleRole.h"
 #include "ui/kit/SingleLine.h"
 #include "ui/kit/SymbolButton.h"
 #include "ui/kit/Theme.h"
@@ -24,6 +25,7 @@ TagChip::TagChip(const Theme& theme, const QString& text, QWidget* parent)
       m_remove(new SymbolButton(theme, QStringLiteral("xmark"), this))
 {
     setToolTip(text);
+    setAccessibleRole(*this, QAccessible::StaticText);
     setAccessibleName(text);
     m_remove->setSymbolSize(kSymbolSize);
     m_remove->setExtent(kTarget);

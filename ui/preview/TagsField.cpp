@@ -15,7 +15,7 @@ namespace {
 
 constexpr int kPadding = 6;
 constexpr int kGap = 4;
-constexpr int kSmallestEdit = 60;
+constexpr int kSmallestEdit = 32;
 constexpr int kOwnMargin = 2; // what QLineEdit adds by itself
 
 } // namespace

@@ -1,5 +1,6 @@
 #include "ui/preview/ZoomBar.h"
 
+#include "ui/kit/AccessibleRole.h"
 #include "ui/kit/Hairline.h"
 #include "ui/kit/SingleLine.h"
 #include "ui/kit/SymbolButton.h"
@@ -31,6 +32,7 @@ ZoomBar::ZoomBar(const Theme& theme, QWidget* parent)
       m_line(new Hairline(theme, Qt::Vertical, this)),
       m_reset(new SymbolButton(theme, {}, this))
 {
+    setAccessibleRole(*this, QAccessible::Grouping);
     m_out->setToolTip(tr("缩小"));
     m_out->setAccessibleName(tr("缩小"));
     m_in->setToolTip(tr("放大"));

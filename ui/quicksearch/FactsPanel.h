@@ -9,7 +9,7 @@ namespace tessary {
 class Theme;
 class TileImages;
 
-/// The facts about an item, in two rows of two.
+/// The facts about an item, in two rows of two; below each other where the words are too large for that.
 class FactsPanel : public QWidget {
     Q_OBJECT
 public:
@@ -20,17 +20,22 @@ public:
 
 protected:
     void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
     bool event(QEvent* event) override;
 
 private:
     struct Cell {
         QString label;
         QString value;
-        QRect labelArea;
-        QRect valueArea;
+        QRect labelArea{};
+        QRect valueArea{};
         bool hasIcon = false;
     };
 
+    void layOut();
+    /// The widest of them with its gap, at least as designed.
+    [[nodiscard]] int labelWidth(const QStringList& labels, int designed) const;
+    [[nodiscard]] bool isOneColumn() const;
     [[nodiscard]] QList<Cell> cells() const;
 
     const Theme& m_theme;

@@ -8,10 +8,9 @@
 namespace tessary {
 namespace {
 
-QString translated(const char* text)
-{
-    return QCoreApplication::translate("ItemFacts", text);
-}
+struct Words {
+    Q_DECLARE_TR_FUNCTIONS(ItemFacts)
+};
 
 QString separator()
 {
@@ -21,10 +20,10 @@ QString separator()
 QString kindText(const ScreenshotRecord& record)
 {
     if (record.contentType == ClipboardContentType::Text)
-        return translated("文字");
+        return Words::tr("文字");
     if (record.fileType.isEmpty())
-        return translated("图片");
-    return translated("图片（%1）").arg(record.fileType.toUpper());
+        return Words::tr("图片");
+    return Words::tr("图片（%1）").arg(record.fileType.toUpper());
 }
 
 QString dimensionsText(const ScreenshotRecord& record, bool isCut)
@@ -34,7 +33,7 @@ QString dimensionsText(const ScreenshotRecord& record, bool isCut)
     if (isCut)
         return {};
     const qsizetype characters = record.textContent.toUcs4().size();
-    return translated("%1 个字符").arg(QLocale().toString(characters));
+    return Words::tr("%1 个字符", nullptr, static_cast<int>(characters)).arg(QLocale().toString(characters));
 }
 
 } // namespace
@@ -69,7 +68,7 @@ ItemFacts itemFacts(const ScreenshotRecord& record, bool isCut, const Calendar& 
                      .toString(QStringLiteral("yyyy-MM-dd HH:mm"));
     facts.source = record.sourceAppName.value_or(QString()).simplified();
     if (facts.source.isEmpty())
-        facts.source = translated("未知");
+        facts.source = Words::tr("未知");
     return facts;
 }
 

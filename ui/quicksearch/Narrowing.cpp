@@ -7,10 +7,9 @@
 namespace tessary {
 namespace {
 
-QString translated(const char* text)
-{
-    return QCoreApplication::translate("Narrowing", text);
-}
+struct Words {
+    Q_DECLARE_TR_FUNCTIONS(Narrowing)
+};
 
 QString day(Date date, const Calendar& calendar)
 {
@@ -27,13 +26,13 @@ QList<Narrowing> narrowings(const QString& query, ScreenshotScope scope, const C
     if (scope != ScreenshotScope::All)
         found.append({title(scope), {}});
     if (parsed.appName)
-        found.append({translated("来源 App：") + *parsed.appName, QStringLiteral("app")});
+        found.append({Words::tr("来源 App：") + *parsed.appName, QStringLiteral("app")});
     if (parsed.tagName)
-        found.append({translated("标签：") + *parsed.tagName, QStringLiteral("tag")});
+        found.append({Words::tr("标签：") + *parsed.tagName, QStringLiteral("tag")});
     if (parsed.before)
-        found.append({translated("早于 %1").arg(day(*parsed.before, calendar)), QStringLiteral("before")});
+        found.append({Words::tr("早于 %1").arg(day(*parsed.before, calendar)), QStringLiteral("before")});
     if (parsed.after)
-        found.append({translated("自 %1 起").arg(day(*parsed.after, calendar)), QStringLiteral("after")});
+        found.append({Words::tr("自 %1 起").arg(day(*parsed.after, calendar)), QStringLiteral("after")});
     if (parsed.favoritesOnly)
         found.append({title(ScreenshotScope::Favorites), QStringLiteral("is")});
     return found;

@@ -1,6 +1,7 @@
 #include "ui/quicksearch/NarrowingChips.h"
 
 #include "ui/kit/Chip.h"
+#include "ui/kit/SymbolButton.h"
 #include "ui/kit/Theme.h"
 
 #include <QHBoxLayout>
@@ -11,6 +12,7 @@ namespace tessary {
 namespace {
 
 constexpr int kHeight = 36;
+constexpr int kLineHeight = 16;
 constexpr int kLeft = 68;
 constexpr int kRight = 20;
 constexpr int kBelow = 12;
@@ -29,7 +31,6 @@ NarrowingChips::NarrowingChips(const Theme& theme, QWidget* parent)
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setWidgetResizable(true);
-    setFixedHeight(kHeight);
     setViewportMargins(kLeft, 0, kRight, 0);
     m_row->setAutoFillBackground(false);
     viewport()->setAutoFillBackground(false);
@@ -37,8 +38,14 @@ NarrowingChips::NarrowingChips(const Theme& theme, QWidget* parent)
     m_layout->setSpacing(kGap);
     setWidget(m_row);
     m_row->setAutoFillBackground(false); // setWidget turned it on
-    connect(&theme, &Theme::changed, this, &NarrowingChips::rebuild);
+    connect(&theme, &Theme::changed, this, &NarrowingChips::applyTheme);
+    applyTheme();
     hide();
+}
+
+void NarrowingChips::applyTheme()
+{
+    setFixedHeight(m_theme.fitting(kHeight, kLineHeight));
 }
 
 void NarrowingChips::set(const QList<Narrowing>& narrowings)
@@ -58,10 +65,14 @@ void NarrowingChips::rebuild()
         }
         delete item;
     }
+    QWidget* before = m_tabbedAfter; // new widgets would be the last ones that Tab comes to
     for (const Narrowing& narrowing : m_narrowings) {
         auto* chip = new Chip(m_theme, narrowing.text, m_row);
         connect(chip, &Chip::removed, this, [this, narrowing] { Q_EMIT removed(narrowing); });
         m_layout->addWidget(chip);
+        if (before != nullptr)
+            setTabOrder(before, &chip->removeButton());
+        before = &chip->removeButton();
         chip->show();
     }
     m_layout->addStretch(1);

@@ -17,6 +17,8 @@ class NarrowingChips : public QScrollArea {
 public:
     explicit NarrowingChips(const Theme& theme, QWidget* parent = nullptr);
 
+    /// What Tab leaves for the first chip.
+    void setTabbedAfter(QWidget& control) { m_tabbedAfter = &control; }
     void set(const QList<Narrowing>& narrowings);
     [[nodiscard]] const QList<Narrowing>& narrowings() const { return m_narrowings; }
 
@@ -27,10 +29,12 @@ protected:
     void wheelEvent(QWheelEvent* event) override;
 
 private:
+    void applyTheme();
     void rebuild();
 
     const Theme& m_theme;
     QList<Narrowing> m_narrowings;
+    QWidget* m_tabbedAfter = nullptr;
     QWidget* m_row;
     QHBoxLayout* m_layout;
 };

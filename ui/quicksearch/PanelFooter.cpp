@@ -1,5 +1,6 @@
 #include "ui/quicksearch/PanelFooter.h"
 
+#include "ui/kit/AccessibleRole.h"
 #include "ui/kit/KeyCap.h"
 #include "ui/kit/Theme.h"
 
@@ -10,6 +11,7 @@ namespace tessary {
 namespace {
 
 constexpr int kHeight = 36;
+constexpr int kLineHeight = 16;
 constexpr int kLeft = 16;
 constexpr int kRight = 20;
 constexpr int kHintGap = 16;
@@ -22,7 +24,7 @@ PanelFooter::PanelFooter(const Theme& theme, QWidget* parent)
       m_theme(theme),
       m_count(new QLabel(this))
 {
-    setFixedHeight(kHeight);
+    setAccessibleRole(*m_count, QAccessible::StatusBar);
     auto* layout = new QHBoxLayout(this);
     layout->setContentsMargins(kLeft, 0, kRight, 0);
     layout->setSpacing(0);
@@ -40,16 +42,40 @@ PanelFooter::PanelFooter(const Theme& theme, QWidget* parent)
 
 void PanelFooter::setCount(qsizetype count)
 {
-    m_count->setText(QString::number(count) + tr(" 个结果"));
+    const QString text = tr("%n 个结果", nullptr, static_cast<int>(count));
+    if (m_count->text() == text)
+        return;
+    m_count->setText(text);
+    m_count->setAccessibleName(text); // which tells those who listen
+    showHints();
 }
 
 void PanelFooter::addHint(const QString& keys, const QString& word)
 {
-    auto* row = static_cast<QHBoxLayout*>(layout());
-    row->addSpacing(kHintGap);
-    row->addWidget(new KeyCap(m_theme, keys, this));
-    row->addSpacing(kWordGap);
-    row->addWidget(new QLabel(word, this));
+    auto* hint = new QWidget(this);
+    auto* inside = new QHBoxLayout(hint);
+    inside->setContentsMargins(kHintGap, 0, 0, 0);
+    inside->setSpacing(kWordGap);
+    inside->addWidget(new KeyCap(m_theme, keys, hint));
+    inside->addWidget(new QLabel(word, hint));
+    layout()->addWidget(hint);
+    m_hints.append(hint);
+}
+
+/// As many of the last ones as there is room for: how to close and to paste is harder to guess than how to
+/// choose.
+void PanelFooter::showHints()
+{
+    int room = width() - kLeft - kRight - m_count->sizeHint().width();
+    for (auto hint = m_hints.crbegin(); hint != m_hints.crend(); ++hint) {
+        room -= (*hint)->sizeHint().width();
+        (*hint)->setVisible(room >= 0);
+    }
+}
+
+void PanelFooter::resizeEvent(QResizeEvent*)
+{
+    showHints();
 }
 
 void PanelFooter::applyTheme()
@@ -61,6 +87,8 @@ void PanelFooter::applyTheme()
         label->setPalette(palette);
         label->setFont(m_theme.font(Theme::kCaptionSize));
     }
+    setFixedHeight(m_theme.fitting(kHeight, kLineHeight));
+    showHints();
 }
 
 } // namespace tessary

@@ -1,5 +1,6 @@
 #include "ui/quicksearch/PicturePreview.h"
 
+#include "ui/kit/AccessibleRole.h"
 #include "ui/kit/EmptyState.h"
 #include "ui/kit/Theme.h"
 
@@ -30,16 +31,25 @@ PicturePreview::PicturePreview(const Theme& theme, Loader loader, QWidget* paren
       m_loader(std::move(loader)),
       m_missing(new EmptyState(theme, this))
 {
+    setAccessibleRole(*this, QAccessible::Graphic);
+    setAccessibleName(tr("预览"));
     m_missing->set(QStringLiteral("exclamationmark.triangle"), tr("无法载入图片"),
                    tr("原始图片可能已被移动或删除"));
     m_missing->hide();
-    setPlaceholderColour(theme.colours().secondaryText);
     connect(this, &AsyncFileImage::stateChanged, this, [this](State state) {
         m_missing->setVisible(state == State::Unavailable && !path().isEmpty());
         if (state == State::Shown)
             m_standIn = {};
     });
-    connect(&theme, &Theme::changed, this, qOverload<>(&QWidget::update));
+    connect(&theme, &Theme::changed, this, &PicturePreview::applyTheme);
+    applyTheme();
+}
+
+void PicturePreview::applyTheme()
+{
+    setPlaceholderColour(m_theme.colours().secondaryText);
+    setAnimated(m_theme.duration(Theme::kFade).count() > 0);
+    update();
 }
 
 void PicturePreview::setPicture(const QString& path, const QString& thumbnailPath, const QSize& pixelSize)

@@ -24,6 +24,7 @@ protected:
     void resizeEvent(QResizeEvent* event) override;
 
 private:
+    void applyTheme();
     void loadStandIn(const QString& path);
     void paintPicture(QPainter& painter, const QImage& image) const;
     [[nodiscard]] QSize room() const;

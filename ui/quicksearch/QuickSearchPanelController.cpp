@@ -15,6 +15,7 @@
 #include <QVBoxLayout>
 #include <QWindow>
 
+#include <algorithm>
 #include <chrono>
 
 namespace tessary {
@@ -84,7 +85,6 @@ void QuickSearchPanelController::show()
     m_rest.stop();
     m_panel->setComposited(m_effects.isComposited());
     m_view->setComposited(m_panel->isComposited());
-    m_panel->setFixedBodySize(KeyableSearchPanel::kSize);
     m_model.setQuery({});
     m_model.scheduleRefresh(ScreenshotSearchViewModel::Refresh::Debounced);
     m_isNavigatingResults = false;
@@ -128,8 +128,9 @@ bool QuickSearchPanelController::isVisible() const
 QPoint QuickSearchPanelController::place(const QRect& visibleFrame, const QSize& size)
 {
     const int x = visibleFrame.left() + (visibleFrame.width() - size.width()) / 2;
-    const int y = visibleFrame.top() + static_cast<int>(kFromTop * visibleFrame.height());
-    return {x, y};
+    const int wanted = visibleFrame.top() + static_cast<int>(kFromTop * visibleFrame.height());
+    const int lowest = visibleFrame.bottom() + 1 - size.height();
+    return {x, std::max(visibleFrame.top(), std::min(wanted, lowest))};
 }
 
 void QuickSearchPanelController::position()
@@ -139,7 +140,10 @@ void QuickSearchPanelController::position()
         return;
     m_panel->winId(); // there is a native window to put on that screen
     m_panel->windowHandle()->setScreen(screen);
-    m_panel->moveBody(place(screen->availableGeometry(), KeyableSearchPanel::kSize));
+    const QRect room = screen->availableGeometry();
+    const QSize size = KeyableSearchPanel::kSize.boundedTo(room.size());
+    m_panel->setFixedBodySize(size);
+    m_panel->moveBody(place(room, size));
 }
 
 /// What the shadow lies on gets the clicks on it.

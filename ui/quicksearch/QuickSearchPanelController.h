@@ -33,7 +33,7 @@ public:
     [[nodiscard]] ScreenshotSearchViewModel& model() { return m_model; }
     [[nodiscard]] KeyableSearchPanel& panel() { return *m_panel; }
 
-    /// Where the panel's body goes on a screen with that usable area.
+    /// Where the panel's body goes on a screen with that usable area; all of it is there where it can be.
     [[nodiscard]] static QPoint place(const QRect& visibleFrame, const QSize& size);
 
 Q_SIGNALS:

@@ -1,13 +1,16 @@
 #include "ui/quicksearch/QuickSearchResultRow.h"
 
+#include "ui/kit/BlendedColour.h"
 #include "ui/kit/SingleLine.h"
 #include "ui/kit/Symbol.h"
 #include "ui/kit/Theme.h"
 #include "ui/quicksearch/TileImages.h"
 
-#include <QCoreApplication>
 #include <QPainter>
 #include <QPainterPath>
+
+#include <algorithm>
+#include <limits>
 
 namespace tessary {
 namespace {
@@ -19,16 +22,15 @@ constexpr int kKindSymbol = 20;
 constexpr int kTextLeft = 60;
 constexpr int kTitleTop = 9;
 constexpr int kTitleHeight = 20;
-constexpr int kCaptionTop = 31;
+constexpr int kLineGap = 2;
 constexpr int kCaptionHeight = 16;
 constexpr int kMark = 12;
 constexpr int kMarkGap = 4;
 constexpr int kMarksToTitle = 8;
-constexpr int kMarkTop = kTitleTop + (kTitleHeight - kMark) / 2;
 
-QString translated(const char* text)
+int captionTop(const Theme& theme)
 {
-    return QCoreApplication::translate("QuickSearchResultRow", text);
+    return kTitleTop + theme.scaled(kTitleHeight) + kLineGap;
 }
 
 QString separator()
@@ -54,16 +56,17 @@ QString QuickSearchResultRow::relativeMinuteText(Date date, Date now)
     constexpr qint64 kDay = 86'400;
     const double difference = now.secondsSince1970 - date.secondsSince1970;
     if (!(difference >= kMinute))
-        return translated("刚刚");
+        return tr("刚刚");
     const auto seconds = static_cast<qint64>(std::min(difference, 1e15)); // some clocks are very wrong
     if (seconds < kDay)
-        return QString::number(seconds / kMinute) + translated(" 分钟前");
-    return QString::number(seconds / kDay) + translated(" 天前");
+        return tr("%n 分钟前", nullptr, static_cast<int>(seconds / kMinute));
+    const qint64 days = std::min<qint64>(seconds / kDay, std::numeric_limits<int>::max());
+    return tr("%n 天前", nullptr, static_cast<int>(days));
 }
 
 QString QuickSearchResultRow::kindText(const ScreenshotRecord& record)
 {
-    return record.contentType == ClipboardContentType::Text ? translated("文字") : translated("图片");
+    return record.contentType == ClipboardContentType::Text ? tr("文字") : tr("图片");
 }
 
 QString QuickSearchResultRow::accessibleText(const ScreenshotRecord& record, Date now)
@@ -73,16 +76,27 @@ QString QuickSearchResultRow::accessibleText(const ScreenshotRecord& record, Dat
         parts.append(*record.sourceAppName);
     parts.append(relativeMinuteText(record.capturedAt, now));
     if (record.isPinned)
-        parts.append(translated("置顶"));
+        parts.append(tr("置顶"));
     if (record.isFavorite)
-        parts.append(translated("收藏"));
+        parts.append(tr("收藏"));
     return parts.join(QStringLiteral(", "));
 }
 
-int QuickSearchResultRow::titleWidth(const ScreenshotRecord& record, int rowWidth)
+int QuickSearchResultRow::height(const Theme& theme)
+{
+    return captionTop(theme) + theme.scaled(kCaptionHeight) + kTitleTop;
+}
+
+QColor QuickSearchResultRow::colour(const QColor& rest, const QColor& selected) const
+{
+    return blended(rest, selected, m_state.selected);
+}
+
+int QuickSearchResultRow::titleWidth(const ScreenshotRecord& record, int rowWidth, const Theme& theme)
 {
     const int marks = markCount(record);
-    const int forMarks = marks == 0 ? 0 : kMarksToTitle + marks * kMark + (marks - 1) * kMarkGap;
+    const int forMarks =
+        marks == 0 ? 0 : kMarksToTitle + marks * theme.scaled(kMark) + (marks - 1) * kMarkGap;
     return rowWidth - kTextLeft - kPadding - forMarks;
 }
 
@@ -92,13 +106,16 @@ void QuickSearchResultRow::paint(QPainter& painter, const QRect& row, const Them
     painter.save();
     painter.setRenderHints(QPainter::Antialiasing | QPainter::SmoothPixmapTransform);
     paintBackground(painter, row, theme);
-    paintTile(painter, QRect(row.left() + kPadding, row.top() + kPadding, kTile, kTile), theme, tiles);
+    const int tileTop = row.top() + (row.height() - kTile) / 2;
+    paintTile(painter, QRect(row.left() + kPadding, tileTop, kTile, kTile), theme, tiles);
     const int textLeft = row.left() + kTextLeft;
     paintTitle(painter,
-               QRect(textLeft, row.top() + kTitleTop, titleWidth(m_record, row.width()), kTitleHeight), theme,
-               title);
+               QRect(textLeft, row.top() + kTitleTop, titleWidth(m_record, row.width(), theme),
+                     theme.scaled(kTitleHeight)),
+               theme, title);
     paintCaption(painter,
-                 QRect(textLeft, row.top() + kCaptionTop, row.width() - kTextLeft - kPadding, kCaptionHeight),
+                 QRect(textLeft, row.top() + captionTop(theme), row.width() - kTextLeft - kPadding,
+                       theme.scaled(kCaptionHeight)),
                  theme, now);
     paintMarks(painter, row, theme);
     painter.restore();
@@ -107,12 +124,17 @@ void QuickSearchResultRow::paint(QPainter& painter, const QRect& row, const Them
 void QuickSearchResultRow::paintBackground(QPainter& painter, const QRect& row, const Theme& theme) const
 {
     constexpr double kRing = 2;
-    if (!m_state.isSelected && !m_state.isHovered)
+    if (m_state.selected <= 0 && m_state.hovered <= 0)
         return;
+    const ThemeColours& colours = theme.colours();
+    QColor fill = blended(transparent(colours.raised), colours.raised, m_state.hovered);
+    if (m_state.selected > 0)
+        fill = blended(m_state.hovered > 0 ? fill : transparent(colours.accent), colours.accent,
+                       m_state.selected);
     painter.setPen(Qt::NoPen);
-    painter.setBrush(m_state.isSelected ? theme.colours().accent : theme.colours().raised);
+    painter.setBrush(fill);
     painter.drawRoundedRect(row, Theme::kRowRadius, Theme::kRowRadius);
-    if (!m_state.hasRing || !m_state.isSelected)
+    if (!m_state.hasRing || m_state.selected < 1)
         return;
     painter.setPen(QPen(theme.colours().onAccent, kRing));
     painter.setBrush(Qt::NoBrush);
@@ -176,7 +198,7 @@ void QuickSearchResultRow::paintTitle(QPainter& painter, const QRect& area, cons
     if (line.isValid())
         line.setLineWidth(area.width());
     layout.endLayout();
-    painter.setPen(m_state.isSelected ? theme.colours().onAccent : theme.colours().text);
+    painter.setPen(colour(theme.colours().text, theme.colours().onAccent));
     const double baseline = centredBaseline(theme.font(Theme::kBodySize), area);
     const double top = baseline - (line.isValid() ? line.ascent() : 0);
     painter.setClipRect(area.adjusted(0, -2, 0, 2));
@@ -195,21 +217,26 @@ void QuickSearchResultRow::paintCaption(QPainter& painter, const QRect& area, co
     const QString app = m_record.sourceAppName.value_or(QString()).simplified();
     if (!app.isEmpty()) {
         const int room = area.width() - metrics.horizontalAdvance(kind + separator() + age);
-        caption = kind + metrics.elidedText(app, Qt::ElideRight, room) + separator() + age;
+        const QString shown = metrics.elidedText(app, Qt::ElideRight, room);
+        if (shown.size() > 1) // more than an ellipsis
+            caption = kind + shown + separator() + age;
     }
     painter.setFont(font);
-    painter.setPen(m_state.isSelected ? theme.colours().secondaryOnAccent : theme.colours().secondaryText);
+    painter.setPen(colour(theme.colours().secondaryText, theme.colours().secondaryOnAccent));
     drawSingleLine(painter, area, caption);
 }
 
 void QuickSearchResultRow::paintMarks(QPainter& painter, const QRect& row, const Theme& theme) const
 {
-    const QColor colour = m_state.isSelected ? theme.colours().secondaryOnAccent : theme.colours().tertiary;
+    // Between the two colours a symbol would be drawn anew for each step of the fade.
+    const QColor colour =
+        m_state.selected > 0.5 ? theme.colours().secondaryOnAccent : theme.colours().tertiary;
+    const int size = theme.scaled(kMark);
+    const int top = row.top() + kTitleTop + (theme.scaled(kTitleHeight) - size) / 2;
     int left = row.right() + 1 - kPadding;
     const auto mark = [&](const char* name) {
-        left -= kMark;
-        painter.drawPixmap(left, row.top() + kMarkTop,
-                           Symbol(QLatin1String(name)).pixmap(kMark, colour, pixelRatio(painter)));
+        left -= size;
+        painter.drawPixmap(left, top, Symbol(QLatin1String(name)).pixmap(size, colour, pixelRatio(painter)));
         left -= kMarkGap;
     };
     if (m_record.isFavorite)

@@ -49,6 +49,7 @@ QuickSearchView::QuickSearchView(const Theme& theme, AppRuntime& runtime, Screen
       m_footer(new PanelFooter(theme))
 {
     layOut();
+    m_chips->setTabbedAfter(m_bar->lastButton());
     applyTheme();
     connect(&theme, &Theme::changed, this, &QuickSearchView::applyTheme);
     observeModel();
@@ -62,7 +63,6 @@ void QuickSearchView::layOut()
 {
     auto* split = new QHBoxLayout;
     split->setSpacing(0);
-    m_left->setFixedWidth(ResultList::kWidth);
     m_left->addWidget(m_list);
     m_left->addWidget(m_empty);
     split->addWidget(m_left);
@@ -84,6 +84,7 @@ void QuickSearchView::applyTheme()
 {
     QPalette palette = m_theme.palette();
     palette.setColor(QPalette::Window, m_theme.colours().surface);
+    m_left->setFixedWidth(ResultList::widthFor(m_theme));
     m_left->setPalette(palette);
     m_left->setAutoFillBackground(true);
 }

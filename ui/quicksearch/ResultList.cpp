@@ -1,8 +1,10 @@
 #include "ui/quicksearch/ResultList.h"
 
+#include "ui/kit/AccessibleRole.h"
 #include "ui/kit/OverlayScrollBar.h"
 #include "ui/kit/Theme.h"
 #include "ui/quicksearch/QuickSearchResultRow.h"
+#include "ui/quicksearch/ResultListAccess.h"
 #include "ui/quicksearch/ResultListModel.h"
 #include "ui/quicksearch/ResultRowDelegate.h"
 #include "ui/quicksearch/TileImages.h"
@@ -11,10 +13,14 @@
 #include <QResizeEvent>
 #include <QScrollBar>
 
+#include <algorithm>
+
 namespace tessary {
 namespace {
 
 constexpr int kPadding = 8;
+constexpr int kWidth = 320;
+constexpr int kWidest = 380;
 
 } // namespace
 
@@ -24,7 +30,8 @@ ResultList::ResultList(const Theme& theme, ResultListModel& model, TileImages& t
       m_rows(model),
       m_delegate(new ResultRowDelegate(theme, model, tiles, this))
 {
-    setFixedWidth(kWidth);
+    ResultListAccess::install();
+    renewAccess(*this);
     setFrameShape(QFrame::NoFrame);
     setViewportMargins(kPadding, 0, kPadding, 0);
     setVerticalScrollMode(ScrollPerPixel);
@@ -37,11 +44,17 @@ ResultList::ResultList(const Theme& theme, ResultListModel& model, TileImages& t
     setAccessibleName(tr("搜索结果"));
     setItemDelegate(m_delegate);
     setModel(&model);
-    verticalScrollBar()->setSingleStep(QuickSearchResultRow::kHeight / 2);
     new OverlayScrollBar(theme, *this);
     connect(&tiles, &TileImages::arrived, viewport(), qOverload<>(&QWidget::update));
+    for (RowFade* fade : {&m_delegate->selection(), &m_delegate->hover()})
+        connect(fade, &RowFade::changed, this, qOverload<const QModelIndex&>(&QAbstractItemView::update));
     connect(&theme, &Theme::changed, this, &ResultList::applyTheme);
     applyTheme();
+}
+
+int ResultList::widthFor(const Theme& theme)
+{
+    return std::clamp(theme.scaled(kWidth), kWidth, kWidest);
 }
 
 void ResultList::applyTheme()
@@ -51,6 +64,8 @@ void ResultList::applyTheme()
     palette.setColor(QPalette::Window, m_theme.colours().surface);
     setPalette(palette);
     setAutoFillBackground(true);
+    verticalScrollBar()->setSingleStep(QuickSearchResultRow::height(m_theme) / 2);
+    scheduleDelayedItemsLayout();
     viewport()->update();
 }
 
@@ -63,9 +78,13 @@ void ResultList::setKeywords(const QStringList& keywords)
 void ResultList::select(int row)
 {
     const QModelIndex index = m_rows.record(row) != nullptr ? m_rows.index(row) : QModelIndex();
+    // Keys that repeat, or are pressed as fast, are not followed by a tail of fading rows.
+    const bool isFast = m_sinceSelected.isValid() && m_sinceSelected.elapsed() < Theme::kFade.count();
+    m_delegate->selection().moveTo(index, isFast ? RowFade::Way::Jump : RowFade::Way::Fade);
     const bool isNew = !index.isValid() || currentIndex() != index || !selectionModel()->isSelected(index);
     if (!isNew)
         return;
+    m_sinceSelected.start();
     selectionModel()->setCurrentIndex(index, QItemSelectionModel::ClearAndSelect);
     if (!index.isValid())
         selectionModel()->clear();
@@ -85,6 +104,16 @@ void ResultList::resizeEvent(QResizeEvent* event)
     QListView::resizeEvent(event);
     if (currentIndex().isValid() && event->size().height() < event->oldSize().height())
         scrollTo(currentIndex(), EnsureVisible);
+}
+
+bool ResultList::viewportEvent(QEvent* event)
+{
+    if (event->type() == QEvent::HoverEnter || event->type() == QEvent::HoverMove)
+        m_delegate->hover().moveTo(indexAt(static_cast<QHoverEvent*>(event)->position().toPoint()),
+                                   RowFade::Way::Fade);
+    else if (event->type() == QEvent::HoverLeave || event->type() == QEvent::Leave)
+        m_delegate->hover().moveTo({}, RowFade::Way::Fade);
+    return QListView::viewportEvent(event);
 }
 
 void ResultList::keyPressEvent(QKeyEvent* event)
@@ -114,6 +143,21 @@ void ResultList::mouseDoubleClickEvent(QMouseEvent* event)
     const QModelIndex index = indexAt(event->position().toPoint());
     if (event->button() == Qt::LeftButton && m_rows.record(index.row()) != nullptr)
         Q_EMIT rowActivated(index.row());
+}
+
+bool ResultList::isItem(int row) const
+{
+    return m_rows.record(row) != nullptr;
+}
+
+void ResultList::activate(int row)
+{
+    if (!isItem(row)) {
+        Q_EMIT loadMoreRequested();
+        return;
+    }
+    Q_EMIT rowClicked(row);
+    Q_EMIT rowActivated(row);
 }
 
 QPoint ResultList::placeOfMenu(int row) const

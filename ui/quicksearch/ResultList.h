@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QElapsedTimer>
 #include <QListView>
 
 namespace tessary {
@@ -9,12 +10,13 @@ class ResultRowDelegate;
 class Theme;
 class TileImages;
 
-/// The list of results, 320 wide. The selection is the search model's; this only shows it and says what was
+/// The list of results. The selection is the search model's; this only shows it and says what was
 /// clicked.
 class ResultList : public QListView {
     Q_OBJECT
 public:
-    static constexpr int kWidth = 320;
+    /// With the person's text size; the panel does not grow, and the selected item wants room beside it.
+    [[nodiscard]] static int widthFor(const Theme& theme);
 
     ResultList(const Theme& theme, ResultListModel& model, TileImages& tiles, QWidget* parent = nullptr);
 
@@ -22,6 +24,10 @@ public:
     /// Selects the row and brings it into view; fewer than 0 selects none.
     void select(int row);
 
+    /// Whether the row is an item; else it loads more.
+    [[nodiscard]] bool isItem(int row) const;
+    /// As if it had been double-clicked; selects it first.
+    void activate(int row);
     /// Where a menu for that row opens when no pointer says so; global.
     [[nodiscard]] QPoint placeOfMenu(int row) const;
 
@@ -32,6 +38,7 @@ Q_SIGNALS:
     void rowMenuRequested(int row, const QPoint& globalPosition);
 
 protected:
+    bool viewportEvent(QEvent* event) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
@@ -48,6 +55,7 @@ private:
     ResultListModel& m_rows;
     ResultRowDelegate* m_delegate;
     int m_selected = -1;
+    QElapsedTimer m_sinceSelected;
 };
 
 } // namespace tessary

@@ -21,8 +21,11 @@ ResultRowDelegate::ResultRowDelegate(const Theme& theme, const ResultListModel& 
     : QAbstractItemDelegate(parent),
       m_theme(theme),
       m_model(model),
-      m_tiles(tiles)
+      m_tiles(tiles),
+      m_selection(theme),
+      m_hover(theme)
 {
+    connect(&theme, &Theme::changed, this, [this] { m_titles.clear(); });
 }
 
 void ResultRowDelegate::setKeywords(const QStringList& keywords)
@@ -36,7 +39,7 @@ void ResultRowDelegate::setKeywords(const QStringList& keywords)
 const ShownTitle& ResultRowDelegate::titleOf(const ScreenshotRecord& record, int rowWidth) const
 {
     constexpr qsizetype kMostKept = 400;
-    const int width = QuickSearchResultRow::titleWidth(record, rowWidth);
+    const int width = QuickSearchResultRow::titleWidth(record, rowWidth, m_theme);
     const auto found = m_titles.constFind(record.id);
     if (found != m_titles.cend() && found->width == width && found->source == record.filename)
         return found->shown;
@@ -55,8 +58,8 @@ void ResultRowDelegate::paint(QPainter* painter, const QStyleOptionViewItem& opt
     if (record == nullptr)
         return paintLoadMore(*painter, option);
     QuickSearchResultRow::State state;
-    state.isSelected = option.state.testFlag(QStyle::State_Selected);
-    state.isHovered = option.state.testFlag(QStyle::State_MouseOver);
+    state.selected = m_selection.of(index);
+    state.hovered = m_hover.of(index);
     state.hasRing = option.state.testFlag(QStyle::State_HasFocus);
     QuickSearchResultRow(*record, state)
         .paint(*painter, option.rect.adjusted(0, index.row() == 0 ? kAboveFirst : 0, 0, 0), m_theme, m_tiles,
@@ -66,13 +69,14 @@ void ResultRowDelegate::paint(QPainter* painter, const QStyleOptionViewItem& opt
 void ResultRowDelegate::paintLoadMore(QPainter& painter, const QStyleOptionViewItem& option) const
 {
     constexpr int kHeight = 28;
+    constexpr int kLineHeight = 16;
     constexpr int kPadding = 12;
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
     const ThemeColours& colours = m_theme.colours();
     const QFont font = m_theme.font(Theme::kBodySize);
     const int width = QFontMetrics(font).horizontalAdvance(ResultListModel::loadMoreText()) + 2 * kPadding;
-    QRectF button(0, 0, width, kHeight);
+    QRectF button(0, 0, width, m_theme.fitting(kHeight, kLineHeight));
     button.moveCenter(QRectF(option.rect).center());
     const bool isHovered = option.state.testFlag(QStyle::State_MouseOver) && !m_isLoadingMore;
     painter.setPen(colours.edge);
@@ -87,7 +91,8 @@ void ResultRowDelegate::paintLoadMore(QPainter& painter, const QStyleOptionViewI
 
 QSize ResultRowDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const
 {
-    return {option.rect.width(), QuickSearchResultRow::kHeight + (index.row() == 0 ? kAboveFirst : 0)};
+    return {option.rect.width(),
+            QuickSearchResultRow::height(m_theme) + (index.row() == 0 ? kAboveFirst : 0)};
 }
 
 } // namespace tessary

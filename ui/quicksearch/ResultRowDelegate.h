@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ui/quicksearch/RowFade.h"
 #include "ui/quicksearch/RowTitle.h"
 
 #include <QAbstractItemDelegate>
@@ -22,6 +23,10 @@ public:
     /// The last row is being worked on.
     void setLoadingMore(bool isLoading) { m_isLoadingMore = isLoading; }
 
+    /// Which row looks selected, and which one has the pointer over it.
+    [[nodiscard]] RowFade& selection() { return m_selection; }
+    [[nodiscard]] RowFade& hover() { return m_hover; }
+
     void paint(QPainter* painter, const QStyleOptionViewItem& option,
                const QModelIndex& index) const override;
     [[nodiscard]] QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override;
@@ -39,6 +44,8 @@ private:
     const Theme& m_theme;
     const ResultListModel& m_model;
     TileImages& m_tiles;
+    RowFade m_selection;
+    RowFade m_hover;
     QStringList m_keywords;
     bool m_isLoadingMore = false;
     mutable QHash<QUuid, KeptTitle> m_titles;

@@ -8,14 +8,18 @@
 #include <QHBoxLayout>
 #include <QPainter>
 
+#include <algorithm>
+
 namespace tessary {
 namespace {
 
 constexpr int kHeight = 60;
 constexpr int kLensLeft = 26;
 constexpr int kLensSize = 20;
+constexpr int kLargestLens = 32; // its column is no wider
 constexpr int kFieldLeft = 68;
 constexpr int kFieldHeight = 36;
+constexpr int kLineHeight = 28;
 constexpr int kRight = 14;
 constexpr int kGap = 4;
 
@@ -29,10 +33,9 @@ SearchBar::SearchBar(const Theme& theme, QWidget* parent)
       m_pin(new SymbolButton(theme, QStringLiteral("pin"), this)),
       m_settings(new SymbolButton(theme, QStringLiteral("gearshape"), this))
 {
-    setFixedHeight(kHeight);
-    m_field->setFixedHeight(kFieldHeight);
     m_filter->setText(tr("过滤"));
     m_filter->setShowsText(true);
+    m_filter->setOpensMenu();
     m_filter->setTrailingSymbol(QStringLiteral("chevron.down"));
     m_pin->setCheckable(true);
     m_pin->setCheckedSymbol(QStringLiteral("pin.fill"));
@@ -47,9 +50,18 @@ SearchBar::SearchBar(const Theme& theme, QWidget* parent)
     layout->addWidget(m_filter);
     layout->addWidget(m_pin);
     layout->addWidget(m_settings);
+    connect(&theme, &Theme::changed, this, &SearchBar::applyTheme);
+    applyTheme();
     connect(m_filter, &QAbstractButton::clicked, this, &SearchBar::filterRequested);
     connect(m_pin, &QAbstractButton::clicked, this, &SearchBar::pinToggled);
     connect(m_settings, &QAbstractButton::clicked, this, &SearchBar::settingsRequested);
+}
+
+void SearchBar::applyTheme()
+{
+    setFixedHeight(m_theme.fitting(kHeight, kLineHeight));
+    m_field->setFixedHeight(m_theme.fitting(kFieldHeight, kLineHeight));
+    update();
 }
 
 void SearchBar::setPinned(bool isPinned)
@@ -65,9 +77,10 @@ void SearchBar::setPinned(bool isPinned)
 void SearchBar::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
-    painter.drawPixmap(kLensLeft, (height() - kLensSize) / 2,
+    const int size = std::min(m_theme.scaled(kLensSize), kLargestLens);
+    painter.drawPixmap(kLensLeft + (kLensSize - size) / 2, (height() - size) / 2,
                        Symbol(QStringLiteral("magnifyingglass"))
-                           .pixmap(kLensSize, m_theme.colours().secondaryText, devicePixelRatioF()));
+                           .pixmap(size, m_theme.colours().secondaryText, devicePixelRatioF()));
 }
 
 } // namespace tessary

@@ -16,6 +16,8 @@ public:
 
     [[nodiscard]] SearchField& field() const { return *m_field; }
     [[nodiscard]] SymbolButton& filterButton() const { return *m_filter; }
+    /// What Tab leaves the bar from.
+    [[nodiscard]] SymbolButton& lastButton() const { return *m_settings; }
     void setPinned(bool isPinned);
 
 Q_SIGNALS:
@@ -27,6 +29,8 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
+    void applyTheme();
+
     const Theme& m_theme;
     SearchField* m_field;
     SymbolButton* m_filter;

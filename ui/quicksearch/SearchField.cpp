@@ -73,9 +73,9 @@ void SearchField::paintEvent(QPaintEvent* event)
     painter.setPen(Qt::NoPen);
     painter.setBrush(m_theme.colours().accentText);
     const QRect place = cursorRect();
+    const int caretHeight = m_theme.scaled(kCaretHeight);
     painter.drawRoundedRect(
-        QRect(place.left() + kFromCursorRect, (height() - kCaretHeight) / 2, kCaretWidth, kCaretHeight), 1,
-        1);
+        QRect(place.left() + kFromCursorRect, (height() - caretHeight) / 2, kCaretWidth, caretHeight), 1, 1);
 }
 
 void SearchField::timerEvent(QTimerEvent* event)

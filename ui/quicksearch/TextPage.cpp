@@ -1,9 +1,11 @@
 #include "ui/quicksearch/TextPage.h"
 
+#include "ui/kit/CardFocus.h"
 #include "ui/kit/OverlayScrollBar.h"
 #include "ui/kit/Theme.h"
 
 #include <QFontDatabase>
+#include <QFontInfo>
 #include <QPainter>
 #include <QScrollBar>
 #include <QTextBlock>
@@ -48,7 +50,8 @@ void TextView::setRightPadding(int pixels)
 TextPage::TextPage(const Theme& theme, QWidget* parent)
     : QWidget(parent),
       m_theme(theme),
-      m_view(new TextView(this))
+      m_view(new TextView(this)),
+      m_focus(new CardFocus(*m_view, *this))
 {
     m_view->setAccessibleName(tr("预览"));
     new OverlayScrollBar(theme, *m_view);
@@ -88,8 +91,12 @@ int TextPage::zoomed(int pixels) const
 QFont TextPage::textFont() const
 {
     QFont font = m_theme.font(m_look.textSize);
-    if (m_look.isCode)
-        font.setFamilies(QFontDatabase::systemFont(QFontDatabase::FixedFont).families() + font.families());
+    if (m_look.isCode) {
+        const QFont fixed = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+        const QStringList desktops = QFontInfo(fixed).fixedPitch() ? fixed.families() : QStringList();
+        font.setFamilies(desktops + QStringList{QStringLiteral("monospace")} + font.families());
+        font.setFixedPitch(true);
+    }
     font.setPixelSize(std::max(1, zoomed(m_look.textSize)));
     return font;
 }
@@ -174,8 +181,9 @@ void TextPage::paintEvent(QPaintEvent*)
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(m_theme.colours().hairline);
     painter.setBrush(m_theme.colours().surface);
-    painter.drawRoundedRect(QRectF(card()).adjusted(0.5, 0.5, -0.5, -0.5), Theme::kCardRadius,
-                            Theme::kCardRadius);
+    const QRectF place = card();
+    painter.drawRoundedRect(place.adjusted(0.5, 0.5, -0.5, -0.5), Theme::kCardRadius, Theme::kCardRadius);
+    m_focus->paint(painter, m_theme, place, Theme::kCardRadius);
 }
 
 } // namespace tessary

@@ -5,6 +5,7 @@
 
 namespace tessary {
 
+class CardFocus;
 class Theme;
 
 /// A read-only text with room for a scroll bar at its right.
@@ -61,6 +62,7 @@ private:
     const Theme& m_theme;
     TextView* m_view;
     Look m_look;
+    CardFocus* m_focus;
     QString m_text;
     QString m_note;
     qsizetype m_shown = 0; // how much of the text is in the view

@@ -4,13 +4,17 @@
 #include "ui/kit/Chip.h"
 #include "ui/kit/ElidedLines.h"
 #include "ui/kit/KeyCap.h"
+#include "ui/kit/Menu.h"
 #include "ui/kit/RoundedMask.h"
 #include "ui/kit/Symbol.h"
 #include "ui/kit/SymbolButton.h"
+#include "ui/kit/TextScale.h"
 #include "ui/kit/Theme.h"
+#include "ui/quicksearch/RowFade.h"
 #include "ui/quicksearch/TileImages.h"
 
 #include <QSignalSpy>
+#include <QStringListModel>
 
 namespace tessary {
 namespace {
@@ -92,6 +96,63 @@ TEST(ThemeTest, WithoutMotionNothingTakesTime)
     EXPECT_EQ(theme.duration(Theme::kFade), Theme::kFade);
     theme.setReducedMotion(true);
     EXPECT_EQ(theme.duration(Theme::kFade).count(), 0);
+}
+
+TEST(ThemeTest, EveryChangeOfTheLooksIsTold)
+{
+    Theme theme;
+    QSignalSpy changed(&theme, &Theme::changed);
+    theme.setDark(true);
+    theme.setAccent(QColor(Qt::red));
+    theme.setTextScale(2);
+    theme.setReducedMotion(true);
+    EXPECT_EQ(changed.size(), 4);
+    theme.setReducedMotion(true);
+    EXPECT_EQ(changed.size(), 4);
+    EXPECT_EQ(theme.fitting(36, 16), 52);
+}
+
+TEST(TextScaleTest, IsNotAppliedTwiceWhereTheResolutionHasIt)
+{
+    EXPECT_EQ(remainingTextScale(1, 1), 1);
+    EXPECT_EQ(remainingTextScale(1.5, 1), 1.5);   // told, and nobody has done it
+    EXPECT_EQ(remainingTextScale(1.5, 1.5), 1);   // 144 dots per inch
+    EXPECT_EQ(remainingTextScale(1.25, 2.5), 1);  // windows twice as large, and text once more
+    EXPECT_EQ(remainingTextScale(1.25, 2), 1.25); // windows twice as large only
+    EXPECT_EQ(remainingTextScale(2, 1), 2);
+    EXPECT_EQ(remainingTextScale(0.8, 1), 0.8);
+    EXPECT_EQ(remainingTextScale(1, 2), 1);
+}
+
+TEST(MenuTest, ChoosingWithoutKeysOrPointerClosesItToo)
+{
+    const Theme theme;
+    Menu menu(theme, false);
+    QAction* action = menu.add({}, QStringLiteral("Choose"));
+    menu.popup(QPoint(10, 10));
+    ASSERT_TRUE(menu.isVisible());
+    action->trigger();
+    EXPECT_FALSE(menu.isVisible());
+}
+
+TEST(RowFadeTest, OneRowFadesInWhileTheOtherFadesOutAndJumpsWhereAsked)
+{
+    Theme theme;
+    QStringListModel model({QStringLiteral("a"), QStringLiteral("b"), QStringLiteral("c")});
+    RowFade fade(theme);
+    fade.moveTo(model.index(0), RowFade::Way::Jump);
+    EXPECT_EQ(fade.of(model.index(0)), 1);
+    fade.moveTo(model.index(1), RowFade::Way::Fade);
+    EXPECT_LT(fade.of(model.index(1)), 1);
+    EXPECT_EQ(fade.of(model.index(0)), 1 - fade.of(model.index(1)));
+    EXPECT_TRUE(eventually([&] { return fade.of(model.index(1)) == 1; }));
+    EXPECT_EQ(fade.of(model.index(0)), 0);
+    theme.setReducedMotion(true);
+    fade.moveTo(model.index(2), RowFade::Way::Fade);
+    EXPECT_EQ(fade.of(model.index(2)), 1);
+    EXPECT_EQ(fade.of(model.index(1)), 0);
+    model.removeRow(2);
+    EXPECT_EQ(fade.of(model.index(1)), 0);
 }
 
 class TileImagesTest : public ::testing::Test {

@@ -9,9 +9,11 @@
 #include "ui/kit/Banner.h"
 #include "ui/kit/Chip.h"
 #include "ui/kit/Theme.h"
+#include "ui/quicksearch/FactsPanel.h"
 #include "ui/quicksearch/FilterMenu.h"
 #include "ui/quicksearch/KeyableSearchPanel.h"
 #include "ui/quicksearch/NarrowingChips.h"
+#include "ui/quicksearch/QuickSearchResultRow.h"
 #include "ui/quicksearch/ResultList.h"
 #include "ui/quicksearch/SearchField.h"
 #include "ui/quicksearch/TextPage.h"
@@ -450,6 +452,69 @@ TEST_F(QuickSearchPanelTest, TheFilterMenuListsScopesAndSortsAndTicksThoseInForc
     EXPECT_EQ(ticked, (QStringList{QStringLiteral("今天"), QStringLiteral("文件大小")}));
     EXPECT_EQ(all.first(), QStringLiteral("范围"));
     EXPECT_EQ(all.size(), 1 + 12 + 1 + 1 + 5);
+}
+
+// --- for everybody -----------------------------------------------------------
+
+TEST_F(QuickSearchPanelTest, TabGoesThroughThePanelAsOneReads)
+{
+    addTexts({QStringLiteral("an item"), QStringLiteral("another item")});
+    show();
+    controller->model().setQuery(QStringLiteral("item after:2000-01-01 before:2099-01-01"));
+    clock.advance(180ms);
+    ASSERT_TRUE(eventually([&] { return results().size() == 2 && part<NarrowingChips>().isVisible(); }));
+    QStringList places;
+    QPoint last(-1, -1);
+    QWidget* at = &part<SearchField>();
+    do {
+        const QPoint place = at->mapTo(&controller->panel(), QPoint(0, at->height() / 2));
+        EXPECT_TRUE(place.y() > last.y() + 20 || place.x() > last.x()) << qPrintable(at->accessibleName());
+        last = place;
+        places.append(QLatin1String(at->metaObject()->className()));
+        QTest::keyClick(controller->panel().windowHandle(), Qt::Key_Tab);
+        at = QApplication::focusWidget();
+        ASSERT_NE(at, nullptr);
+    } while (at != &part<SearchField>() && places.size() < 20);
+    EXPECT_EQ(places.size(), 8) << qPrintable(
+        places.join(QLatin1Char(' '))); // field, 3 buttons, 2 chips, list, text
+}
+
+TEST_F(QuickSearchPanelTest, OnASmallScreenAllOfItIsThere)
+{
+    EXPECT_EQ(QuickSearchPanelController::place(QRect(0, 0, 1024, 600), QSize(780, 540)), QPoint(122, 60));
+    EXPECT_EQ(QuickSearchPanelController::place(QRect(0, 28, 1024, 572), QSize(780, 540)), QPoint(122, 60));
+    EXPECT_EQ(QuickSearchPanelController::place(QRect(0, 28, 800, 500), QSize(780, 500)), QPoint(10, 28));
+}
+
+TEST_F(QuickSearchPanelTest, LargerTextSharesTheRoomWithoutAnythingInTheWay)
+{
+    addTexts({QStringLiteral("an item"), QStringLiteral("another item")});
+    show();
+    for (const double scale : {1.5, 2.0, 3.0, 0.5, 1.0}) {
+        theme.setTextScale(scale);
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
+        EXPECT_EQ(controller->panel().body().size(), QSize(780, 540)) << scale;
+        const QRect body(QPoint(), controller->panel().body().size());
+        QList<QRect> seen;
+        const QList<QWidget*> parts = controller->panel().body().findChildren<QWidget*>();
+        for (const QWidget* each : parts) {
+            const bool holdsText =
+                qobject_cast<const QLabel*>(each) || qobject_cast<const QLineEdit*>(each) ||
+                qobject_cast<const QAbstractButton*>(each) || qobject_cast<const ResultList*>(each) ||
+                qobject_cast<const TextPage*>(each) || qobject_cast<const FactsPanel*>(each);
+            if (!holdsText || !each->isVisible())
+                continue;
+            const QRect place(each->mapTo(&controller->panel().body(), QPoint()), each->size());
+            EXPECT_TRUE(body.contains(place)) << scale << ' ' << each->metaObject()->className();
+            for (const QRect& before : seen)
+                EXPECT_FALSE(place.intersects(before)) << scale << ' ' << each->metaObject()->className();
+            if (qobject_cast<const QLabel*>(each)) {
+                EXPECT_GE(each->width(), each->sizeHint().width()) << scale;
+            }
+            seen.append(place);
+        }
+        EXPECT_GE(part<ResultList>().height(), QuickSearchResultRow::height(theme)) << scale;
+    }
 }
 
 } // namespace

@@ -19,7 +19,8 @@ void expectReadable(const ThemeColours& colours)
     EXPECT_GE(contrastRatio(colours.onAccent, colours.accent), kText);
     EXPECT_GE(contrastRatio(colours.secondaryOnAccent, colours.accent), kText);
     EXPECT_GE(contrastRatio(colours.accentText, colours.window), kText);
-    EXPECT_GE(contrastRatio(colours.accentText, colours.accentTint), kText);
+    for (const QColor& background : {colours.surface, colours.accentTint, colours.accentTintHover})
+        EXPECT_GE(contrastRatio(colours.accentText, background), kText);
     EXPECT_GE(contrastRatio(colours.warning, colours.warningFill), kText);
     EXPECT_GE(contrastRatio(colours.success, colours.successFill), kText);
     EXPECT_GE(contrastRatio(colours.danger, colours.surface), kText);
@@ -33,6 +34,12 @@ TEST(ThemeColoursTest, TextIsReadableInLightAndDark)
 
 TEST(ThemeColoursTest, AnyAccentOfTheDesktopIsMadeReadable)
 {
+    constexpr int kHueStep = 15;
+    for (int hue = 0; hue < 360; hue += kHueStep) {
+        SCOPED_TRACE(hue);
+        expectReadable(themeColours(false, QColor::fromHsl(hue, 200, 140)));
+        expectReadable(themeColours(true, QColor::fromHsl(hue, 200, 110)));
+    }
     for (const char* name : {"#ffff00", "#e62d42", "#000000", "#ffffff", "#3584e4", "#00ff00"}) {
         SCOPED_TRACE(name);
         expectReadable(themeColours(false, QColor(QLatin1String(name))));

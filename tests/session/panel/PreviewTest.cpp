@@ -40,13 +40,12 @@ protected:
                    ? ::testing::AssertionSuccess()
                    : ::testing::AssertionFailure() << "the preview is still there";
     }
-    /// Into the note: the keys go from the text over the zoom bar to the tags and the note.
     void focusNote() { clickAt(noteCentre()); }
     [[nodiscard]] QPoint noteCentre() const
     {
         const QRect window = screen.visible("alpha words")->geometry;
         constexpr int kFromRight = 140;
-        constexpr int kFromTop = 440;
+        constexpr int kFromTop = 460;
         return {window.right() - kFromRight, window.top() + kFromTop};
     }
     [[nodiscard]] QString note() const

@@ -53,7 +53,7 @@ TEST_F(TagsFieldTest, ACommaOfEitherKindMakesAChip)
     type(QStringLiteral("旅行，"));
     QTest::keyClicks(edit, QStringLiteral("lake, rest"));
     EXPECT_EQ(chips(), (QStringList{QStringLiteral("旅行"), QStringLiteral("lake")}));
-    EXPECT_EQ(edit->text(), QStringLiteral("rest"));
+    EXPECT_EQ(edit->text().trimmed(), QStringLiteral("rest"));
     EXPECT_EQ(field.text(), QStringLiteral("旅行, lake, rest"));
     EXPECT_FALSE(edited.isEmpty());
 }
