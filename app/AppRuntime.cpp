@@ -187,6 +187,7 @@ QCoro::Task<> AppRuntime::shutDown()
     QTimer patience; // a screenshot folder may hang: nobody waits for it for long
     if (m_fileIntake)
         connect(&patience, &QTimer::timeout, m_fileIntake.get(), &FileIntake::giveUp);
+    connect(&patience, &QTimer::timeout, this, [this] { m_exporter.giveUp(); });
     patience.start(kPatience);
     m_opened.reach();
     co_await m_flows.drained();
@@ -402,6 +403,33 @@ QCoro::Task<> AppRuntime::saveMetadata(ScreenshotRecord record, QStringList tags
         co_return;
     co_await m_store->updateMetadata(record.id, tags, note);
     Q_EMIT libraryChanged({LibraryChange::Kind::Edited, {record.id}});
+}
+
+QCoro::Task<std::optional<ScreenshotRecord>> AppRuntime::item(QUuid id)
+{
+    const FlowSet::Stay stay(m_flows);
+    std::optional<ScreenshotRecord> found;
+    if (m_store)
+        found = co_await m_store->record(id);
+    co_return found;
+}
+
+QCoro::Task<QImage> AppRuntime::picturePart(QString path, QRect part, QSize size)
+{
+    const FlowSet::Stay stay(m_flows);
+    const QImage image = co_await m_platform.imageCodec.decodePart(path, part, size);
+    co_return image;
+}
+
+QCoro::Task<bool> AppRuntime::exportItem(ScreenshotRecord record, QString path, ItemExporter::IfTaken ifTaken)
+{
+    const FlowSet::Stay stay(m_flows);
+    const bool isTaken = co_await m_exporter.isTaken(path);
+    if (isTaken && ifTaken == ItemExporter::IfTaken::LeaveIt)
+        co_return false;
+    const std::optional<ScreenshotRecord> whole = co_await item(record.id);
+    co_await m_exporter.write(whole.value_or(record), path);
+    co_return true;
 }
 
 // --- what is published ------------------------------------------------------

@@ -4,6 +4,7 @@
 #include "app/ClipboardIntake.h"
 #include "app/FileIntake.h"
 #include "app/GlobalHotKeyService.h"
+#include "app/ItemExporter.h"
 #include "app/LibraryFiles.h"
 #include "app/LocalOCRFlow.h"
 #include "app/PasteBack.h"
@@ -131,6 +132,14 @@ public:
     /// Shows the library's folder in the file manager; a failure is told in `lastError`.
     void revealLibrary();
     [[nodiscard]] QCoro::Task<> saveMetadata(ScreenshotRecord record, QStringList tags, QString note);
+    /// The item as the library has it now, its text whole; nothing when it is gone. @throws StoreError.
+    [[nodiscard]] QCoro::Task<std::optional<ScreenshotRecord>> item(QUuid id);
+    /// As in ImageCodec.
+    [[nodiscard]] QCoro::Task<QImage> picturePart(QString path, QRect part, QSize size);
+    /// As in ItemExporter; of a text the whole, even where the record's was cut.
+    /// @returns false when there is something that is to be left.
+    [[nodiscard]] QCoro::Task<bool> exportItem(ScreenshotRecord record, QString path,
+                                               ItemExporter::IfTaken ifTaken);
 
 Q_SIGNALS:
     void isMonitoringChanged();
@@ -183,6 +192,7 @@ private:
     std::unique_ptr<ClipboardIntake> m_clipboardIntake;
     std::unique_ptr<FileIntake> m_fileIntake;
     PasteBack m_pasteBack;
+    ItemExporter m_exporter;
 };
 
 } // namespace tessary

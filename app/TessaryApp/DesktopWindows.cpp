@@ -8,7 +8,10 @@
 #include "ui/OrdinaryWindows.h"
 #include "ui/kit/FramedWindow.h"
 #include "ui/kit/TextScale.h"
+#include "ui/preview/PreviewDetailView.h"
+#include "ui/preview/PreviewSurroundings.h"
 #include "ui/preview/PreviewWindow.h"
+#include "ui/preview/PreviewWindowController.h"
 #include "ui/quicksearch/KeyableSearchPanel.h"
 #include "ui/quicksearch/QuickSearchPanelController.h"
 #include "ui/settings/SettingsWindowController.h"
@@ -72,6 +75,11 @@ void DesktopWindows::attach(AppRuntime& runtime)
     m_runtime = &runtime;
     m_localOCRController = std::make_unique<LocalOCRResultWindowController>(m_theme, m_effects);
     m_ordinaryWindows = std::make_unique<OrdinaryWindows>(runtime.settings(), m_effects);
+    const auto loadPart = [&runtime](QString path, QRect part, QSize size) {
+        return runtime.picturePart(std::move(path), part, size);
+    };
+    m_previewSurroundings =
+        std::make_unique<PreviewSurroundings>(m_theme, FileImageCache::sharedImage, loadPart);
     m_quickSearch = std::make_unique<QuickSearchPanelController>(runtime, m_theme, m_effects);
     connect(m_quickSearch.get(), &QuickSearchPanelController::keyboardSettled, &runtime,
             &AppRuntime::panelSettled);
@@ -82,8 +90,8 @@ void DesktopWindows::detach()
     m_regionSelection.cancel();
     m_localOCRController.reset();
     m_quickSearch.reset();
-    for (const QPointer<PreviewWindow>& preview : std::exchange(m_previews, {}))
-        delete preview.data();
+    m_previewControllers.clear();
+    m_previewSurroundings.reset();
     m_settings.reset();
     m_ordinaryWindows.reset();
     m_runtime = nullptr;
@@ -120,19 +128,41 @@ void DesktopWindows::showSettings()
 
 void DesktopWindows::showPreview(const ScreenshotRecord& record)
 {
-    m_previews.removeAll(nullptr);
-    const auto found = std::find_if(m_previews.cbegin(), m_previews.cend(),
-                                    [&](const auto& preview) { return preview->item() == record.id; });
-    PreviewWindow* preview = found != m_previews.cend() ? found->data() : nullptr;
-    if (preview == nullptr) {
-        preview = new PreviewWindow(m_theme, FileImageCache::sharedImage, record);
-        preview->setAttribute(Qt::WA_DeleteOnClose);
-        m_previews.append(preview);
-        if (m_ordinaryWindows)
-            m_ordinaryWindows->add(*preview);
-    }
-    preview->present();
-    m_effects.activate(preview->winId());
+    if (m_runtime == nullptr)
+        return;
+    const auto found =
+        std::find_if(m_previewControllers.cbegin(), m_previewControllers.cend(),
+                     [&record](const auto& controller) { return controller->item() == record.id; });
+    PreviewWindowController& controller = found != m_previewControllers.cend() ? **found : addPreview(record);
+    controller.present();
+    m_effects.activate(controller.window().winId());
+}
+
+PreviewWindowController& DesktopWindows::addPreview(const ScreenshotRecord& record)
+{
+    auto& controller = *m_previewControllers.emplace_back(
+        std::make_unique<PreviewWindowController>(record, *m_runtime, *m_previewSurroundings));
+    m_ordinaryWindows->add(controller.window());
+    connect(&controller, &PreviewWindowController::windowWillClose, this,
+            [this, forgotten = &controller] { forgetPreview(forgotten); });
+    return controller;
+}
+
+/// It is in the middle of closing, so it goes later.
+void DesktopWindows::forgetPreview(PreviewWindowController* controller)
+{
+    const auto found = std::find_if(m_previewControllers.begin(), m_previewControllers.end(),
+                                    [controller](const auto& each) { return each.get() == controller; });
+    if (found == m_previewControllers.end())
+        return;
+    found->release()->deleteLater();
+    m_previewControllers.erase(found);
+}
+
+void DesktopWindows::saveEdits()
+{
+    for (const auto& controller : m_previewControllers)
+        controller->view().saveAtEnd();
 }
 
 void DesktopWindows::showRecognitionResult(const RecognitionResult& result)
@@ -157,8 +187,8 @@ bool DesktopWindows::withdraw()
         had = m_withdrawn.withdraw(*result) || had;
     if (m_settings)
         had = m_withdrawn.withdraw(m_settings->window()) || had;
-    for (const QPointer<PreviewWindow>& preview : m_previews)
-        had = (preview && m_withdrawn.withdraw(*preview)) || had;
+    for (const auto& controller : m_previewControllers)
+        had = m_withdrawn.withdraw(controller->window()) || had;
     return had;
 }
 

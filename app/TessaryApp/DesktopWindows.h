@@ -6,10 +6,8 @@
 #include "ui/kit/Theme.h"
 #include "ui/settings/ApplicationSources.h"
 
-#include <QList>
-#include <QPointer>
-
 #include <memory>
+#include <vector>
 
 class QScreen;
 
@@ -20,7 +18,8 @@ class Clock;
 class DesktopAppearance;
 class LocalOCRResultWindowController;
 class OrdinaryWindows;
-class PreviewWindow;
+class PreviewWindowController;
+struct PreviewSurroundings;
 class QuickSearchPanelController;
 class SettingsWindowController;
 class WindowEffects;
@@ -48,10 +47,14 @@ public:
     void showRecognitionResult(const RecognitionResult& result) override;
     bool withdraw() override;
     void restore() override;
+    /// Hands what is being edited to the runtime, before it shuts down.
+    void saveEdits();
 
 private:
     void followScreen(QScreen* screen);
     void followAppearance();
+    PreviewWindowController& addPreview(const ScreenshotRecord& record);
+    void forgetPreview(PreviewWindowController* controller);
 
     const DesktopAppearance& m_appearance;
     WindowEffects& m_effects;
@@ -63,8 +66,9 @@ private:
     std::unique_ptr<QuickSearchPanelController> m_quickSearch;
     std::unique_ptr<OrdinaryWindows> m_ordinaryWindows; // while attached
     std::unique_ptr<LocalOCRResultWindowController> m_localOCRController;
-    std::unique_ptr<SettingsWindowController> m_settings; // once it was asked for
-    QList<QPointer<PreviewWindow>> m_previews;            // each deletes itself when it is closed
+    std::unique_ptr<SettingsWindowController> m_settings;       // once it was asked for
+    std::unique_ptr<PreviewSurroundings> m_previewSurroundings; // while attached
+    std::vector<std::unique_ptr<PreviewWindowController>> m_previewControllers;
 };
 
 } // namespace tessary

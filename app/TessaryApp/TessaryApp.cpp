@@ -69,6 +69,7 @@ void TessaryApp::quit()
     if (std::exchange(m_isQuitting, true))
         return;
     m_bus.detach();
+    m_windows.saveEdits();
     QTimer::singleShot(kPatience, qApp, [] { QCoreApplication::exit(1); });
     QCoro::connect(m_runtime.shutDown(), this, [] { QCoreApplication::quit(); });
 }

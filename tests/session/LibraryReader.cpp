@@ -57,15 +57,16 @@ std::vector<LibraryItem> LibraryReader::items() const
     std::vector<LibraryItem> items;
     constexpr const char* kQuery =
         "SELECT id, content_hash, filename, original_path, library_path, thumbnail_path, source_app_name, "
-        "source_bundle_id, file_type, content_text, pixel_width, pixel_height, file_size, duplicate_count, "
+        "source_bundle_id, file_type, content_text, note, pixel_width, pixel_height, file_size, "
+        "duplicate_count, "
         "content_type, captured_at, last_used_at, is_favorite, is_pinned, is_deleted FROM screenshots ORDER "
         "BY captured_at, rowid";
     forEachRow(m_root + QStringLiteral("/Tessary.metadata.sqlite3"), kQuery, [&](sqlite3_stmt* row) {
         LibraryItem item;
-        QString* const texts[] = {&item.id,           &item.contentHash,      &item.filename,
-                                  &item.originalPath, &item.libraryPath,      &item.thumbnailPath,
-                                  &item.appName,      &item.bundleIdentifier, &item.fileType,
-                                  &item.text};
+        QString* const texts[] = {
+            &item.id,          &item.contentHash,   &item.filename, &item.originalPath,
+            &item.libraryPath, &item.thumbnailPath, &item.appName,  &item.bundleIdentifier,
+            &item.fileType,    &item.text,          &item.note};
         int column = 0;
         for (QString* text : texts)
             *text = textAt(row, column++);

@@ -20,6 +20,7 @@ struct LibraryItem {
     QString bundleIdentifier;
     QString fileType;
     QString text;
+    QString note;
     qint64 pixelWidth = 0;
     qint64 pixelHeight = 0;
     qint64 fileSize = 0;

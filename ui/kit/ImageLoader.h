@@ -20,5 +20,7 @@ using ImagePartLoader = std::function<QCoro::Task<QImage>(QString path, QRect pa
 
 /// What the loader brings; its error is as good as no image.
 [[nodiscard]] QCoro::Task<QImage> loadedOrNothing(ImageLoader loader, QString path, int maximumPixelSize);
+/// The same for a part.
+[[nodiscard]] QCoro::Task<QImage> partOrNothing(ImagePartLoader loader, QString path, QRect part, QSize size);
 
 } // namespace tessary

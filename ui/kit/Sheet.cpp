@@ -1,9 +1,9 @@
 #include "ui/kit/Sheet.h"
 
+#include "ui/kit/AccessibleRole.h"
 #include "ui/kit/Symbol.h"
 #include "ui/kit/Theme.h"
 
-#include <QAccessibleWidget>
 #include <QKeyEvent>
 #include <QPainter>
 #include <QPainterPath>
@@ -25,13 +25,6 @@ constexpr QColor kScrim(0, 0, 0, 82);
 constexpr int kShadowReach = 12;
 constexpr int kShadowDown = 4;
 
-QAccessibleInterface* accessibleDialog(const QString& className, QObject* object)
-{
-    if (className != QLatin1String("tessary::Sheet"))
-        return nullptr;
-    return new QAccessibleWidget(static_cast<QWidget*>(object), QAccessible::Dialog);
-}
-
 QLabel* wrappedLabel(const QString& text, QWidget* parent)
 {
     auto* label = new QLabel(text, parent);
@@ -44,7 +37,6 @@ QLabel* wrappedLabel(const QString& text, QWidget* parent)
 
 Sheet* Sheet::ask(const Theme& theme, QWidget& host, Question question, double cornerRadius)
 {
-    QAccessible::installFactory(&accessibleDialog);
     auto* sheet = new Sheet(theme, host, std::move(question), cornerRadius);
     sheet->show();
     sheet->raise();
@@ -60,6 +52,7 @@ Sheet::Sheet(const Theme& theme, QWidget& host, Question question, double corner
       m_title(wrappedLabel(m_question.title, this)),
       m_text(wrappedLabel(m_question.text, this))
 {
+    setAccessibleRole(*this, QAccessible::Dialog);
     setAccessibleName(m_question.title);
     setAccessibleDescription(m_question.text);
     setFocusPolicy(Qt::NoFocus);

@@ -1,70 +1,39 @@
 #include "ui/preview/PreviewWindow.h"
 
 #include "ui/kit/Theme.h"
-#include "ui/quicksearch/DetailPane.h"
+#include "ui/preview/PreviewDetailView.h"
 #include "ui/quicksearch/RowTitle.h"
 
-#include <QCursor>
-#include <QGuiApplication>
-#include <QKeyEvent>
-#include <QPainter>
-#include <QScreen>
-#include <QVBoxLayout>
+#include <QCloseEvent>
 
 namespace tessary {
-namespace {
 
-constexpr QSize kSize(920, 680);
-constexpr QSize kSmallest(680, 480);
-
-} // namespace
-
-PreviewWindow::PreviewWindow(const Theme& theme, TileImages::Loader loader, const ScreenshotRecord& record)
-    : m_theme(theme),
-      m_item(record.id),
-      m_tiles(loader),
-      m_detail(new DetailPane(theme, m_tiles, std::move(loader)))
+PreviewWindow::PreviewWindow(const Theme& theme, PreviewDetailView* view) : m_view(view)
 {
-    setWindowTitle(rowTitle(record));
-    setMinimumSize(kSmallest);
-    resize(kSize);
+    view->setParent(this);
+    setFocusProxy(view);
     setPalette(theme.palette());
-    connect(&theme, &Theme::changed, this, [this] {
-        setPalette(m_theme.palette());
-        update();
-    });
-    auto* layout = new QVBoxLayout(this);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->addWidget(m_detail);
-    layout->activate(); // pictures are loaded at the size that they will have
-    m_detail->set(record);
+    connect(&theme, &Theme::changed, this, [this, &theme] { setPalette(theme.palette()); });
+    const auto followTitle = [this] { setWindowTitle(rowTitle(m_view->record())); };
+    followTitle();
+    connect(view, &PreviewDetailView::titleChanged, this, followTitle);
+    connect(view, &PreviewDetailView::closeAsked, this, &QWidget::close);
 }
 
-void PreviewWindow::present()
+void PreviewWindow::closeEvent(QCloseEvent* event)
 {
-    const QScreen* screen = QGuiApplication::screenAt(QCursor::pos());
-    if (!isVisible() && screen != nullptr) {
-        QRect place(QPoint(), size());
-        place.moveCenter(screen->availableGeometry().center());
-        move(place.topLeft());
+    if (m_view->hasUnsavedEdits()) {
+        event->ignore();
+        m_view->askAboutEdits([this] { close(); });
+        return;
     }
-    show();
-    raise();
-    activateWindow();
+    event->accept();
+    Q_EMIT willClose();
 }
 
-void PreviewWindow::keyPressEvent(QKeyEvent* event)
+void PreviewWindow::resizeEvent(QResizeEvent*)
 {
-    const bool isClose = event->matches(QKeySequence::Close) || event->key() == Qt::Key_Escape;
-    if (isClose)
-        close();
-    else
-        QWidget::keyPressEvent(event);
-}
-
-void PreviewWindow::paintEvent(QPaintEvent* event)
-{
-    QPainter(this).fillRect(event->rect(), m_theme.colours().window);
+    m_view->setGeometry(rect());
 }
 
 } // namespace tessary

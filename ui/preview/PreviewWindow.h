@@ -1,34 +1,28 @@
 #pragma once
 
-#include "store/ScreenshotRecord.h"
-#include "ui/quicksearch/TileImages.h"
-
 #include <QWidget>
 
 namespace tessary {
 
-class DetailPane;
+class PreviewDetailView;
 class Theme;
 
-/// One item in a window of its own, as large as the window is, with the facts about it. Escape closes it.
+/// The window around a preview. It does not close before it is settled what becomes of unsaved edits.
 class PreviewWindow : public QWidget {
     Q_OBJECT
 public:
-    PreviewWindow(const Theme& theme, TileImages::Loader loader, const ScreenshotRecord& record);
+    /// @param view belongs to the window from now on.
+    PreviewWindow(const Theme& theme, PreviewDetailView* view);
 
-    [[nodiscard]] const QUuid& item() const { return m_item; }
-    /// Shows it in the middle of the screen with the pointer.
-    void present();
+Q_SIGNALS:
+    void willClose();
 
 protected:
-    void keyPressEvent(QKeyEvent* event) override;
-    void paintEvent(QPaintEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
 
 private:
-    const Theme& m_theme;
-    QUuid m_item;
-    TileImages m_tiles;
-    DetailPane* m_detail;
+    PreviewDetailView* m_view;
 };
 
 } // namespace tessary

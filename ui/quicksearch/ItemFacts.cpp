@@ -26,16 +26,14 @@ QString kindText(const ScreenshotRecord& record)
     return Words::tr("图片（%1）").arg(record.fileType.toUpper());
 }
 
-QString extentText(const ScreenshotRecord& record, bool isCut)
+QString dimensionsText(const ScreenshotRecord& record, bool isCut)
 {
-    const QString size = byteCountText(record.fileSize);
     if (record.contentType == ClipboardContentType::Image)
-        return QStringLiteral("%1 × %2").arg(record.pixelWidth).arg(record.pixelHeight) + separator() + size;
+        return QStringLiteral("%1 × %2").arg(record.pixelWidth).arg(record.pixelHeight);
     if (isCut)
-        return size;
+        return {};
     const qsizetype characters = record.textContent.toUcs4().size();
-    return Words::tr("%1 个字符", nullptr, static_cast<int>(characters)).arg(QLocale().toString(characters)) +
-           separator() + size;
+    return Words::tr("%1 个字符", nullptr, static_cast<int>(characters)).arg(QLocale().toString(characters));
 }
 
 } // namespace
@@ -62,7 +60,9 @@ ItemFacts itemFacts(const ScreenshotRecord& record, bool isCut, const Calendar& 
 {
     ItemFacts facts;
     facts.kind = kindText(record);
-    facts.extent = extentText(record, isCut);
+    facts.dimensions = dimensionsText(record, isCut);
+    facts.size = byteCountText(record.fileSize);
+    facts.extent = facts.dimensions.isEmpty() ? facts.size : facts.dimensions + separator() + facts.size;
     const auto milliseconds = static_cast<qint64>(record.capturedAt.secondsSince1970 * 1000);
     facts.time = QDateTime::fromMSecsSinceEpoch(milliseconds, calendar.timeZone)
                      .toString(QStringLiteral("yyyy-MM-dd HH:mm"));

@@ -7,10 +7,12 @@ namespace tessary {
 
 /// What is told about an item next to its preview, in words.
 struct ItemFacts {
-    QString kind;   ///< "类型"
-    QString extent; ///< "尺寸与大小"
-    QString time;   ///< "复制时间"
-    QString source; ///< "来源 App"
+    QString kind;       ///< "类型"
+    QString extent;     ///< "尺寸与大小"
+    QString time;       ///< "复制时间"
+    QString source;     ///< "来源 App"
+    QString dimensions; ///< "尺寸": pixels or characters; empty where they are not known.
+    QString size;       ///< "文件大小"
 
     friend bool operator==(const ItemFacts&, const ItemFacts&) = default;
 };

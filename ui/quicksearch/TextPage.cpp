@@ -4,18 +4,19 @@
 #include "ui/kit/OverlayScrollBar.h"
 #include "ui/kit/Theme.h"
 
+#include <QFontDatabase>
+#include <QFontInfo>
 #include <QPainter>
 #include <QScrollBar>
 #include <QTextBlock>
 #include <QTimerEvent>
 
+#include <algorithm>
+
 namespace tessary {
 namespace {
 
-constexpr int kMargin = 12;
-constexpr int kSidePadding = 20;
-constexpr int kTopPadding = 16;
-constexpr int kLineHeight = 22;
+constexpr int kTabColumns = 4;
 constexpr qsizetype kFirstPiece = 2'000; // more than the page shows at once; UTF-16 units
 constexpr qsizetype kPiece = 2'000;
 
@@ -28,7 +29,7 @@ qsizetype pieceEnd(const QString& text, qsizetype start, qsizetype length)
 
 } // namespace
 
-TextView::TextView(int rightPadding, QWidget* parent) : QTextEdit(parent)
+TextView::TextView(QWidget* parent) : QTextEdit(parent)
 {
     setReadOnly(true);
     setFrameShape(NoFrame);
@@ -38,14 +39,18 @@ TextView::TextView(int rightPadding, QWidget* parent) : QTextEdit(parent)
     setContextMenuPolicy(Qt::NoContextMenu);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
-    setViewportMargins(0, 0, rightPadding, 0);
     document()->setDocumentMargin(0);
+}
+
+void TextView::setRightPadding(int pixels)
+{
+    setViewportMargins(0, 0, pixels, 0);
 }
 
 TextPage::TextPage(const Theme& theme, QWidget* parent)
     : QWidget(parent),
       m_theme(theme),
-      m_view(new TextView(kSidePadding, this)),
+      m_view(new TextView(this)),
       m_focus(new CardFocus(*m_view, *this))
 {
     m_view->setAccessibleName(tr("预览"));
@@ -59,10 +64,41 @@ void TextPage::applyTheme()
     QPalette palette = m_theme.palette();
     palette.setColor(QPalette::Base, Qt::transparent);
     m_view->setPalette(palette);
-    m_view->setFont(m_theme.font(Theme::kBodySize));
+    m_view->setFont(textFont());
+    m_view->setTabStopDistance(kTabColumns * QFontMetricsF(textFont()).horizontalAdvance(QLatin1Char('n')));
     if (m_shown > 0)
         refill(); // line heights and the note's colour are in the document
+    layOut();
     update();
+}
+
+void TextPage::setLook(const Look& look)
+{
+    const double share = m_view->verticalScrollBar()->maximum() > 0
+                             ? m_view->verticalScrollBar()->value() /
+                                   static_cast<double>(m_view->verticalScrollBar()->maximum())
+                             : 0;
+    m_look = look;
+    applyTheme();
+    m_view->verticalScrollBar()->setValue(qRound(share * m_view->verticalScrollBar()->maximum()));
+}
+
+int TextPage::zoomed(int pixels) const
+{
+    return qRound(pixels * m_theme.textScale() * m_look.zoom);
+}
+
+QFont TextPage::textFont() const
+{
+    QFont font = m_theme.font(m_look.textSize);
+    if (m_look.isCode) {
+        const QFont fixed = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+        const QStringList desktops = QFontInfo(fixed).fixedPitch() ? fixed.families() : QStringList();
+        font.setFamilies(desktops + QStringList{QStringLiteral("monospace")} + font.families());
+        font.setFixedPitch(true);
+    }
+    font.setPixelSize(std::max(1, zoomed(m_look.textSize)));
+    return font;
 }
 
 void TextPage::setText(const QString& text, const QString& note)
@@ -80,7 +116,7 @@ void TextPage::refill()
     m_shown = 0;
     m_view->clear();
     QTextBlockFormat format;
-    format.setLineHeight(m_theme.scaled(kLineHeight), QTextBlockFormat::FixedHeight);
+    format.setLineHeight(zoomed(m_look.lineHeight), QTextBlockFormat::FixedHeight);
     QTextCursor(m_view->document()).setBlockFormat(format);
     appendPiece();
     m_view->verticalScrollBar()->setValue(0);
@@ -118,9 +154,25 @@ void TextPage::timerEvent(QTimerEvent* event)
 
 void TextPage::resizeEvent(QResizeEvent*)
 {
-    // The scroll bar lies in the padding at the right.
-    m_view->setGeometry(
-        rect().adjusted(kMargin + kSidePadding, kMargin + kTopPadding, -kMargin, -kMargin - 1));
+    layOut();
+}
+
+QRect TextPage::card() const
+{
+    QRect card = rect().adjusted(m_look.margin, m_look.margin, -m_look.margin, -m_look.margin);
+    const int most = zoomed(m_look.mostWidth) + 2 * m_look.sidePadding;
+    if (m_look.mostWidth == 0 || card.width() <= most)
+        return card;
+    card.setLeft(card.left() + (card.width() - most) / 2);
+    card.setWidth(most);
+    return card;
+}
+
+/// The scroll bar lies in the padding at the right.
+void TextPage::layOut()
+{
+    m_view->setRightPadding(m_look.sidePadding);
+    m_view->setGeometry(card().adjusted(m_look.sidePadding, m_look.topPadding, 0, -1));
 }
 
 void TextPage::paintEvent(QPaintEvent*)
@@ -129,9 +181,9 @@ void TextPage::paintEvent(QPaintEvent*)
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(m_theme.colours().hairline);
     painter.setBrush(m_theme.colours().surface);
-    const QRectF card = QRectF(rect()).adjusted(kMargin, kMargin, -kMargin, -kMargin);
-    painter.drawRoundedRect(card.adjusted(0.5, 0.5, -0.5, -0.5), Theme::kCardRadius, Theme::kCardRadius);
-    m_focus->paint(painter, m_theme, card, Theme::kCardRadius);
+    const QRectF place = card();
+    painter.drawRoundedRect(place.adjusted(0.5, 0.5, -0.5, -0.5), Theme::kCardRadius, Theme::kCardRadius);
+    m_focus->paint(painter, m_theme, place, Theme::kCardRadius);
 }
 
 } // namespace tessary
