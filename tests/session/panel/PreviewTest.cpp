@@ -98,7 +98,10 @@ TEST_F(PreviewTest, TheTextIsExportedToWhereThePersonSays)
     const QRect window = screen.visible("alpha words")->geometry;
     constexpr QPoint kExport(316, 32);
     clickAt(window.topLeft() + kExport);
-    ASSERT_TRUE(eventually([&] { return screen.visible("导出").has_value(); }));
+    ASSERT_TRUE(eventually([&] {
+        const auto dialog = screen.visible("导出");
+        return dialog && screen.hasKeyboard(dialog->id);
+    }));
     press("ctrl+a");
     type(path);
     press("Return");
