@@ -1,5 +1,6 @@
 #include "ui/preview/PreviewWindow.h"
 
+#include "ui/kit/AccessibleRole.h"
 #include "ui/kit/Theme.h"
 #include "ui/preview/PreviewDetailView.h"
 #include "ui/quicksearch/RowTitle.h"
@@ -10,6 +11,7 @@ namespace tessary {
 
 PreviewWindow::PreviewWindow(const Theme& theme, PreviewDetailView* view) : m_view(view)
 {
+    setAccessibleRole(*this, QAccessible::Window);
     view->setParent(this);
     setFocusProxy(view);
     setPalette(theme.palette());

@@ -75,5 +75,25 @@ TEST_F(AccessibilityTest, ButtonsTellWhatTheyAreAndWhetherTheyAreOnOrOpen)
     reader({QStringLiteral("state"), button, filter, QStringLiteral("!expanded")});
 }
 
+TEST_F(AccessibilityTest, ANoteIsWrittenInThePreviewByTheTree)
+{
+    prepare({textRecord(QStringLiteral("to be annotated"), 1'700'000'000)});
+    startWithPanel();
+    ASSERT_TRUE(opensPanel());
+    reader({QStringLiteral("act"), QStringLiteral("list item"), QStringLiteral("to be annotated*"),
+            QStringLiteral("ShowMenu")});
+    reader({QStringLiteral("act"), QStringLiteral("menu item"), QStringLiteral("预览"),
+            QStringLiteral("Press")});
+    reader({QStringLiteral("find"), QStringLiteral("frame"), QStringLiteral("to be annotated")});
+    reader({QStringLiteral("set"), QStringLiteral("text"), QStringLiteral("备注"),
+            QStringLiteral("for Monday")});
+    reader({QStringLiteral("act"), QStringLiteral("push button"), QStringLiteral("保存"),
+            QStringLiteral("Press")});
+    EXPECT_TRUE(eventually([&] {
+        const auto item = library().text(QStringLiteral("to be annotated"));
+        return item && item->note == QStringLiteral("for Monday");
+    }));
+}
+
 } // namespace
 } // namespace tessary::testing

@@ -12,7 +12,6 @@ class PreviewTest : public PanelSession {
 protected:
     void SetUp() override
     {
-        set(QStringLiteral("hasCompletedOnboarding=true"));
         prepare({textRecord(QStringLiteral("alpha words"), 1'700'000'000)});
         startWithPanel();
     }
