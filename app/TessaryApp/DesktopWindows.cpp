@@ -157,6 +157,8 @@ void DesktopWindows::forgetPreview(PreviewWindowController* controller)
         return;
     found->release()->deleteLater();
     m_previewControllers.erase(found);
+    if (m_previewControllers.empty())
+        m_previewSurroundings->tiles.clear(); // which are of no use to any other window
 }
 
 void DesktopWindows::saveEdits()

@@ -29,6 +29,7 @@ public:
     [[nodiscard]] const QImage* tile(const QString& path, const Place& place) const;
     /// Cuts what was loaded of a level into its squares. @param squares which ones it covers.
     void insert(const QString& path, int level, const QRect& squares, const QImage& image);
+    void clear() { m_tiles.clear(); }
     [[nodiscard]] qsizetype costLimit() const { return m_tiles.maxCost(); }
     [[nodiscard]] qsizetype cost() const { return m_tiles.totalCost(); }
 
