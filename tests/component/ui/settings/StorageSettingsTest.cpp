@@ -73,9 +73,9 @@ TEST_F(StorageSettingsTest, ThePickersFollowAChangeFromElsewhere)
 TEST_F(StorageSettingsTest, AStoredValueThatIsNoChoiceIsShownAndKept)
 {
     defaults.set(QStringLiteral("trashRetentionDays"), 14);
-    AppRuntime fresh(platform, windows);
+    const AppSettings fresh(defaults, screenshotTool, folders);
     Picker shown(theme, {7, 30, 365}, [](int days) { return QString::number(days); });
-    shown.setValue(fresh.settings().trashRetentionDays());
+    shown.setValue(fresh.trashRetentionDays());
     EXPECT_EQ(shown.currentText(), QStringLiteral("14"));
     open(SettingsTab::Storage);
     settings().setTrashRetentionDays(14);
