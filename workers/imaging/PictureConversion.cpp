@@ -1,21 +1,9 @@
 #include "workers/imaging/PictureConversion.h"
 
-#include "workers/imaging/VipsLibrary.h"
+#include "workers/imaging/VipsOperation.h"
 
 namespace tessary::imaging {
 namespace {
-
-using Picture = GObjectPointer<VipsImage>;
-
-/// Runs one libvips operation whose last fixed argument is its result.
-template <typename Operation>
-Picture apply(Operation operation)
-{
-    VipsImage* result = nullptr;
-    if (operation(&result) != 0)
-        throw vipsFailure();
-    return Picture(result);
-}
 
 /// Three bands of 8 bits, or four where there is transparency.
 Picture toSrgb8(VipsImage* image)

@@ -1,6 +1,6 @@
 #include "workers/imaging/PicturePart.h"
 
-#include "workers/imaging/VipsLibrary.h"
+#include "workers/imaging/VipsOperation.h"
 
 #include <algorithm>
 #include <cmath>
@@ -8,17 +8,6 @@
 
 namespace tessary::imaging {
 namespace {
-
-using Picture = GObjectPointer<VipsImage>;
-
-template <typename Operation>
-Picture applied(Operation operation)
-{
-    VipsImage* result = nullptr;
-    if (operation(&result) != 0)
-        throw vipsFailure();
-    return Picture(result);
-}
 
 QSize sizeOf(VipsImage* image)
 {
@@ -77,14 +66,14 @@ Picture shrunkPart(VipsImage* image, const QRect& area, const QSize& size)
     const int across = std::max(1, area.width() / size.width());
     const int down = std::max(1, area.height() / size.height());
     const int begin = area.y() % down;
-    Picture picture = applied([&](VipsImage** out) {
+    Picture picture = apply([&](VipsImage** out) {
         return vips_extract_area(image, out, area.x(), begin, area.width(), area.y() + area.height() - begin,
                                  nullptr);
     });
     if (vips_image_hasalpha(image) != FALSE)
-        picture = applied([&](VipsImage** out) { return vips_premultiply(picture.get(), out, nullptr); });
+        picture = apply([&](VipsImage** out) { return vips_premultiply(picture.get(), out, nullptr); });
     if (across > 1 || down > 1)
-        picture = applied([&](VipsImage** out) {
+        picture = apply([&](VipsImage** out) {
             return vips_shrink(picture.get(), out, across, down, "ceil", TRUE, nullptr);
         });
     return rowsFrom(picture.get(), area.y() / down);
@@ -132,19 +121,19 @@ Picture PicturePart::upright(VipsImage* image) const
     const int across = std::max(1, area.width() / m_size.width());
     const int down = std::max(1, area.height() / m_size.height());
     if (area.size() != m_size)
-        picture = applied([&](VipsImage** out) {
+        picture = apply([&](VipsImage** out) {
             return vips_resize(picture.get(), out, qreal(m_size.width()) * across / area.width(), "vscale",
                                qreal(m_size.height()) * down / area.height(), nullptr);
         });
-    picture = applied([&](VipsImage** out) {
+    picture = apply([&](VipsImage** out) {
         return vips_embed(picture.get(), out, 0, 0, m_size.width(), m_size.height(), "extend",
                           VIPS_EXTEND_COPY, nullptr);
     });
     if (vips_image_hasalpha(picture.get()) != FALSE) {
-        picture = applied([&](VipsImage** out) { return vips_unpremultiply(picture.get(), out, nullptr); });
-        picture = applied([&](VipsImage** out) { return vips_cast(picture.get(), out, format, nullptr); });
+        picture = apply([&](VipsImage** out) { return vips_unpremultiply(picture.get(), out, nullptr); });
+        picture = apply([&](VipsImage** out) { return vips_cast(picture.get(), out, format, nullptr); });
     }
-    return applied([&](VipsImage** out) { return vips_autorot(picture.get(), out, nullptr); });
+    return apply([&](VipsImage** out) { return vips_autorot(picture.get(), out, nullptr); });
 }
 
 } // namespace tessary::imaging
