@@ -6,7 +6,7 @@
 #include "recognition/RecognizedTextEdit.h"
 #include "recognition/RegionPicture.h"
 #include "recognition/SuccessBubble.h"
-#include "ui/kit/CardFocus.h"
+#include "ui/kit/FocusRing.h"
 #include "ui/kit/PushButton.h"
 #include "ui/kit/Symbol.h"
 #include "ui/kit/SymbolButton.h"
@@ -76,7 +76,7 @@ public:
     TextCard(const Theme& theme, QWidget& text, QWidget* parent)
         : QWidget(parent),
           m_theme(theme),
-          m_focus(new CardFocus(text, *this))
+          m_focusRing(text, *this)
     {
     }
 
@@ -89,12 +89,12 @@ protected:
         painter.setBrush(m_theme.colours().surface);
         painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), Theme::kCardRadius,
                                 Theme::kCardRadius);
-        m_focus->paint(painter, m_theme, rect(), Theme::kCardRadius);
+        m_focusRing.paint(painter, m_theme, rect(), Theme::kCardRadius);
     }
 
 private:
     const Theme& m_theme;
-    CardFocus* m_focus;
+    FocusRing m_focusRing;
 };
 
 } // namespace

@@ -2,6 +2,7 @@
 
 #include "ui/kit/Theme.h"
 
+#include <QEvent>
 #include <QWidget>
 
 namespace tessary {
@@ -13,6 +14,17 @@ HoverFade::HoverFade(const Theme& theme, QWidget& control) : m_theme(theme), m_c
     m_animation.setEasingCurve(QEasingCurve::OutCubic);
     QObject::connect(&m_animation, &QVariantAnimation::valueChanged, &control,
                      [&control] { control.update(); });
+    control.installEventFilter(this);
+}
+
+/// A hidden control gets no leave event.
+bool HoverFade::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() == QEvent::Enter)
+        setHovered(m_control.isEnabled());
+    else if (event->type() == QEvent::Leave || event->type() == QEvent::Hide)
+        setHovered(false);
+    return QObject::eventFilter(watched, event);
 }
 
 void HoverFade::setHovered(bool isHovered)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QObject>
 #include <QVariantAnimation>
 
 class QWidget;
@@ -8,15 +9,19 @@ namespace tessary {
 
 class Theme;
 
-/// How far a control's hover has come, 0 to 1, fading in and out. Repaints the control meanwhile.
-class HoverFade {
+/// How far a control's hover has come, 0 to 1, fading in and out. Follows the pointer by itself, and repaints
+/// the control meanwhile.
+class HoverFade : public QObject {
 public:
     HoverFade(const Theme& theme, QWidget& control);
 
-    void setHovered(bool isHovered);
     [[nodiscard]] double value() const;
 
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
 private:
+    void setHovered(bool isHovered);
+
     const Theme& m_theme;
     QWidget& m_control;
     bool m_isHovered = false;

@@ -139,35 +139,4 @@ void Picker::wheelEvent(QWheelEvent* event)
     event->ignore();
 }
 
-void Picker::enterEvent(QEnterEvent* event)
-{
-    m_hover.setHovered(isEnabled());
-    QComboBox::enterEvent(event);
-}
-
-void Picker::leaveEvent(QEvent* event)
-{
-    m_hover.setHovered(false);
-    QComboBox::leaveEvent(event);
-}
-
-void Picker::focusInEvent(QFocusEvent* event)
-{
-    m_focusRing.focusIn(*event);
-    QComboBox::focusInEvent(event);
-}
-
-void Picker::focusOutEvent(QFocusEvent* event)
-{
-    m_focusRing.focusOut();
-    QComboBox::focusOutEvent(event);
-}
-
-/// A hidden control gets no leave event.
-void Picker::hideEvent(QHideEvent* event)
-{
-    m_hover.setHovered(false);
-    QComboBox::hideEvent(event);
-}
-
 } // namespace tessary

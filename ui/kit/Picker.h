@@ -40,11 +40,6 @@ Q_SIGNALS:
 protected:
     void paintEvent(QPaintEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
-    void enterEvent(QEnterEvent* event) override;
-    void leaveEvent(QEvent* event) override;
-    void focusInEvent(QFocusEvent* event) override;
-    void focusOutEvent(QFocusEvent* event) override;
-    void hideEvent(QHideEvent* event) override;
 
 private:
     void fill(int value);
@@ -55,7 +50,7 @@ private:
     Naming m_naming;
     QPointer<Menu> m_menu;
     HoverFade m_hover;
-    FocusRing m_focusRing;
+    FocusRing m_focusRing{*this};
 };
 
 } // namespace tessary

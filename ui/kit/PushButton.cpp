@@ -103,35 +103,4 @@ void PushButton::paintEvent(QPaintEvent*)
     m_focusRing.paint(painter, m_theme, rect(), Theme::kControlRadius + kRing);
 }
 
-void PushButton::enterEvent(QEnterEvent* event)
-{
-    m_hover.setHovered(isEnabled());
-    QAbstractButton::enterEvent(event);
-}
-
-void PushButton::leaveEvent(QEvent* event)
-{
-    m_hover.setHovered(false);
-    QAbstractButton::leaveEvent(event);
-}
-
-void PushButton::focusInEvent(QFocusEvent* event)
-{
-    m_focusRing.focusIn(*event);
-    QAbstractButton::focusInEvent(event);
-}
-
-void PushButton::focusOutEvent(QFocusEvent* event)
-{
-    m_focusRing.focusOut();
-    QAbstractButton::focusOutEvent(event);
-}
-
-/// A hidden button gets no leave event.
-void PushButton::hideEvent(QHideEvent* event)
-{
-    m_hover.setHovered(false);
-    QAbstractButton::hideEvent(event);
-}
-
 } // namespace tessary

@@ -28,11 +28,6 @@ public:
 
 protected:
     void paintEvent(QPaintEvent* event) override;
-    void enterEvent(QEnterEvent* event) override;
-    void leaveEvent(QEvent* event) override;
-    void focusInEvent(QFocusEvent* event) override;
-    void focusOutEvent(QFocusEvent* event) override;
-    void hideEvent(QHideEvent* event) override;
 
 private:
     [[nodiscard]] QFont textFont() const;
@@ -44,7 +39,7 @@ private:
     Role m_role;
     QString m_symbol;
     HoverFade m_hover;
-    FocusRing m_focusRing;
+    FocusRing m_focusRing{*this};
 };
 
 } // namespace tessary

@@ -104,18 +104,4 @@ void SegmentedControl::wheelEvent(QWheelEvent* event)
     event->ignore();
 }
 
-void SegmentedControl::focusInEvent(QFocusEvent* event)
-{
-    m_focusRing.focusIn(*event);
-    update();
-    QTabBar::focusInEvent(event);
-}
-
-void SegmentedControl::focusOutEvent(QFocusEvent* event)
-{
-    m_focusRing.focusOut();
-    update();
-    QTabBar::focusOutEvent(event);
-}
-
 } // namespace tessary

@@ -21,15 +21,13 @@ protected:
     [[nodiscard]] QSize minimumTabSizeHint(int index) const override { return tabSizeHint(index); }
     void paintEvent(QPaintEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
-    void focusInEvent(QFocusEvent* event) override;
-    void focusOutEvent(QFocusEvent* event) override;
 
 private:
     [[nodiscard]] QRect segment(int index) const;
     void paintSegment(QPainter& painter, int index) const;
 
     const Theme& m_theme;
-    FocusRing m_focusRing;
+    FocusRing m_focusRing{*this};
 };
 
 } // namespace tessary

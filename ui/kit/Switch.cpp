@@ -86,16 +86,4 @@ void Switch::paintEvent(QPaintEvent*)
     m_focusRing.paint(painter, m_theme, track.adjusted(-kRing, -kRing, kRing, kRing), kHeight / 2.0 + kRing);
 }
 
-void Switch::focusInEvent(QFocusEvent* event)
-{
-    m_focusRing.focusIn(*event);
-    QCheckBox::focusInEvent(event);
-}
-
-void Switch::focusOutEvent(QFocusEvent* event)
-{
-    m_focusRing.focusOut();
-    QCheckBox::focusOutEvent(event);
-}
-
 } // namespace tessary

@@ -25,8 +25,6 @@ protected:
     void checkStateSet() override;
     void nextCheckState() override;
     void paintEvent(QPaintEvent* event) override;
-    void focusInEvent(QFocusEvent* event) override;
-    void focusOutEvent(QFocusEvent* event) override;
 
 private:
     void slide();
@@ -34,7 +32,7 @@ private:
     const Theme& m_theme;
     QVariantAnimation m_slide;
     double m_place = 0; // of the knob, 0 to 1
-    FocusRing m_focusRing;
+    FocusRing m_focusRing{*this};
 };
 
 } // namespace tessary

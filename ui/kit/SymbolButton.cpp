@@ -163,35 +163,4 @@ void SymbolButton::paintEvent(QPaintEvent*)
     m_focusRing.paint(painter, m_theme, rect(), radius);
 }
 
-void SymbolButton::enterEvent(QEnterEvent* event)
-{
-    m_hover.setHovered(isEnabled());
-    QAbstractButton::enterEvent(event);
-}
-
-void SymbolButton::leaveEvent(QEvent* event)
-{
-    m_hover.setHovered(false);
-    QAbstractButton::leaveEvent(event);
-}
-
-void SymbolButton::focusInEvent(QFocusEvent* event)
-{
-    m_focusRing.focusIn(*event);
-    QAbstractButton::focusInEvent(event);
-}
-
-void SymbolButton::focusOutEvent(QFocusEvent* event)
-{
-    m_focusRing.focusOut();
-    QAbstractButton::focusOutEvent(event);
-}
-
-/// A hidden window gets no leave event.
-void SymbolButton::hideEvent(QHideEvent* event)
-{
-    m_hover.setHovered(false);
-    QAbstractButton::hideEvent(event);
-}
-
 } // namespace tessary

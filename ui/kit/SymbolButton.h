@@ -41,11 +41,6 @@ public:
 
 protected:
     void paintEvent(QPaintEvent* event) override;
-    void enterEvent(QEnterEvent* event) override;
-    void leaveEvent(QEvent* event) override;
-    void focusInEvent(QFocusEvent* event) override;
-    void focusOutEvent(QFocusEvent* event) override;
-    void hideEvent(QHideEvent* event) override;
 
 private:
     [[nodiscard]] bool isOn() const { return m_isTinted || isChecked(); }
@@ -66,7 +61,7 @@ private:
     bool m_isHeld = false;
     bool m_opensMenu = false;
     HoverFade m_hover;
-    FocusRing m_focusRing;
+    FocusRing m_focusRing{*this};
 };
 
 } // namespace tessary

@@ -226,18 +226,6 @@ void PictureCanvas::keyPressEvent(QKeyEvent* event)
     }
 }
 
-void PictureCanvas::focusInEvent(QFocusEvent* event)
-{
-    m_focusRing.focusIn(*event);
-    update();
-}
-
-void PictureCanvas::focusOutEvent(QFocusEvent*)
-{
-    m_focusRing.focusOut();
-    update();
-}
-
 void PictureCanvas::resizeEvent(QResizeEvent* event)
 {
     AsyncFileImage::resizeEvent(event);

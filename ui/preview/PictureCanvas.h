@@ -50,8 +50,6 @@ protected:
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
-    void focusInEvent(QFocusEvent* event) override;
-    void focusOutEvent(QFocusEvent* event) override;
 
 private:
     struct Wanted {
@@ -92,7 +90,7 @@ private:
     bool m_lacksParts = false; // they could not be had
     QBasicTimer m_rest;
     std::optional<QPointF> m_grip; // where it is being dragged
-    FocusRing m_focusRing;
+    FocusRing m_focusRing{*this};
 };
 
 } // namespace tessary

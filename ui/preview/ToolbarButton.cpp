@@ -112,35 +112,4 @@ void ToolbarButton::paintEvent(QPaintEvent*)
     m_focusRing.paint(painter, m_theme, rect(), Theme::kRowRadius);
 }
 
-void ToolbarButton::enterEvent(QEnterEvent* event)
-{
-    m_hover.setHovered(isEnabled());
-    QAbstractButton::enterEvent(event);
-}
-
-void ToolbarButton::leaveEvent(QEvent* event)
-{
-    m_hover.setHovered(false);
-    QAbstractButton::leaveEvent(event);
-}
-
-void ToolbarButton::focusInEvent(QFocusEvent* event)
-{
-    m_focusRing.focusIn(*event);
-    QAbstractButton::focusInEvent(event);
-}
-
-void ToolbarButton::focusOutEvent(QFocusEvent* event)
-{
-    m_focusRing.focusOut();
-    QAbstractButton::focusOutEvent(event);
-}
-
-/// A hidden button gets no leave event.
-void ToolbarButton::hideEvent(QHideEvent* event)
-{
-    m_hover.setHovered(false);
-    QAbstractButton::hideEvent(event);
-}
-
 } // namespace tessary

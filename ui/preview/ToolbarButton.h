@@ -30,11 +30,6 @@ public:
 
 protected:
     void paintEvent(QPaintEvent* event) override;
-    void enterEvent(QEnterEvent* event) override;
-    void leaveEvent(QEvent* event) override;
-    void focusInEvent(QFocusEvent* event) override;
-    void focusOutEvent(QFocusEvent* event) override;
-    void hideEvent(QHideEvent* event) override;
 
 private:
     [[nodiscard]] QColor symbolColour() const;
@@ -47,7 +42,7 @@ private:
     bool m_isOn = false;
     bool m_showsLabel = true;
     HoverFade m_hover;
-    FocusRing m_focusRing;
+    FocusRing m_focusRing{*this};
 };
 
 } // namespace tessary

@@ -1,6 +1,5 @@
 #include "ui/quicksearch/TextPage.h"
 
-#include "ui/kit/CardFocus.h"
 #include "ui/kit/OverlayScrollBar.h"
 #include "ui/kit/Theme.h"
 
@@ -51,7 +50,7 @@ TextPage::TextPage(const Theme& theme, QWidget* parent)
     : QWidget(parent),
       m_theme(theme),
       m_view(new TextView(this)),
-      m_focus(new CardFocus(*m_view, *this))
+      m_focusRing(*m_view, *this)
 {
     m_view->setAccessibleName(tr("预览"));
     new OverlayScrollBar(theme, *m_view);
@@ -183,7 +182,7 @@ void TextPage::paintEvent(QPaintEvent*)
     painter.setBrush(m_theme.colours().surface);
     const QRectF place = card();
     painter.drawRoundedRect(place.adjusted(0.5, 0.5, -0.5, -0.5), Theme::kCardRadius, Theme::kCardRadius);
-    m_focus->paint(painter, m_theme, place, Theme::kCardRadius);
+    m_focusRing.paint(painter, m_theme, place, Theme::kCardRadius);
 }
 
 } // namespace tessary

@@ -1,11 +1,12 @@
 #pragma once
 
+#include "ui/kit/FocusRing.h"
+
 #include <QBasicTimer>
 #include <QTextEdit>
 
 namespace tessary {
 
-class CardFocus;
 class Theme;
 
 /// A read-only text with room for a scroll bar at its right.
@@ -62,7 +63,7 @@ private:
     const Theme& m_theme;
     TextView* m_view;
     Look m_look;
-    CardFocus* m_focus;
+    FocusRing m_focusRing;
     QString m_text;
     QString m_note;
     qsizetype m_shown = 0; // how much of the text is in the view

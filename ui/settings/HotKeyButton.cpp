@@ -154,35 +154,4 @@ void HotKeyButton::paintRecording(QPainter& painter, const QRect& area) const
     drawSingleLine(painter, QRect(left, area.top(), textWidth, area.height()), text());
 }
 
-void HotKeyButton::enterEvent(QEnterEvent* event)
-{
-    m_hover.setHovered(isEnabled());
-    QAbstractButton::enterEvent(event);
-}
-
-void HotKeyButton::leaveEvent(QEvent* event)
-{
-    m_hover.setHovered(false);
-    QAbstractButton::leaveEvent(event);
-}
-
-void HotKeyButton::focusInEvent(QFocusEvent* event)
-{
-    m_focusRing.focusIn(*event);
-    QAbstractButton::focusInEvent(event);
-}
-
-void HotKeyButton::focusOutEvent(QFocusEvent* event)
-{
-    m_focusRing.focusOut();
-    QAbstractButton::focusOutEvent(event);
-}
-
-/// A hidden button gets no leave event.
-void HotKeyButton::hideEvent(QHideEvent* event)
-{
-    m_hover.setHovered(false);
-    QAbstractButton::hideEvent(event);
-}
-
 } // namespace tessary

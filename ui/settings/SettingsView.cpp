@@ -12,6 +12,7 @@
 #include "ui/settings/StorageSettingsTab.h"
 
 #include <QHBoxLayout>
+#include <QHideEvent>
 #include <QScrollBar>
 #include <QStackedWidget>
 #include <QVBoxLayout>
