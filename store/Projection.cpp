@@ -10,7 +10,10 @@
 
 namespace tessary {
 
-Projection::Projection(const QString& path) : m_connection(path), m_reader(path)
+Projection::Projection(const QString& path, const SearchLimits& limits)
+    : m_connection(path),
+      m_reader(path),
+      m_limits(limits)
 {
     m_connection.run("PRAGMA journal_mode = WAL");
     m_connection.run("PRAGMA foreign_keys = ON");
@@ -122,15 +125,25 @@ QList<ScreenshotRecord> Projection::records(const QByteArray& sql, const QList<S
     return found;
 }
 
-QList<ScreenshotRecord> Projection::page(const ListQuery& query, std::optional<qsizetype> maximumTextLength,
-                                         const std::stop_token& stop)
+QList<ScreenshotRecord> Projection::page(const ListRequest& request, const std::stop_token& stop)
 {
+    return prescribedPage(request, stop);
+}
+
+QList<ScreenshotRecord> Projection::prescribedPage(const ListRequest& request, const std::stop_token& stop)
+{
+    const ListQuery query = listQuery(request);
     const SQLiteInterruption interruption(m_reader.handle(), stop);
     SQLiteStatement rows = m_reader.queryOnce(query.sql, query.bindings);
     QList<ScreenshotRecord> found;
     while (rows.nextRow())
-        found.append(decodeProjectionRow(rows, maximumTextLength));
+        found.append(decodeProjectionRow(rows, request.maximumTextLength));
     return found;
+}
+
+bool Projection::indexGrams(qint64)
+{
+    return false;
 }
 
 LibraryFacets Projection::facets()

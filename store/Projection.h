@@ -4,6 +4,7 @@
 #include "store/ListQuery.h"
 #include "store/PinyinText.h"
 #include "store/ScreenshotRecord.h"
+#include "store/SearchLimits.h"
 #include "store/sqlite/SQLiteConnection.h"
 
 #include <stop_token>
@@ -16,7 +17,7 @@ namespace tessary {
 class Projection {
 public:
     /// Opens, or creates, the file and brings its schema up to date. @throws StoreError.
-    explicit Projection(const QString& path);
+    explicit Projection(const QString& path, const SearchLimits& limits = {});
 
     [[nodiscard]] SQLiteConnection& connection() { return m_connection; }
 
@@ -38,10 +39,15 @@ public:
     [[nodiscard]] SQLiteStatement rowsInIdentifierOrder();
     /// The same rows in the order in which they lie on the disk, which is much quicker.
     [[nodiscard]] SQLiteStatement rowsInStoredOrder();
-    /// One page of a list; contents are cut as in `decodeProjectionRow`. Once a stop is requested the query
-    /// ends early with an error.
-    [[nodiscard]] QList<ScreenshotRecord>
-    page(const ListQuery& query, std::optional<qsizetype> maximumTextLength, const std::stop_token& stop);
+    /// One page of a list, by whichever way is quick; contents are cut as in `decodeProjectionRow`. Once a
+    /// stop is requested it ends early with an error.
+    [[nodiscard]] QList<ScreenshotRecord> page(const ListRequest& request, const std::stop_token& stop);
+    /// The same page by the one query that defines it.
+    [[nodiscard]] QList<ScreenshotRecord> prescribedPage(const ListRequest& request,
+                                                         const std::stop_token& stop);
+    /// Makes up to so many rows more findable by their grams, in one transaction.
+    /// @returns whether there may be more to do.
+    bool indexGrams(qint64 mostRows);
     /// What the items outside the trash can be narrowed to.
     [[nodiscard]] LibraryFacets facets();
     /// Rows of a query that selects the columns in the order of `kProjectionColumns`.
@@ -54,6 +60,7 @@ private:
     SQLiteConnection m_connection;
     SQLiteConnection m_reader; ///< Lists only. So a query can be interrupted, and no change ever is.
     PinyinText m_pinyin;
+    SearchLimits m_limits;
 };
 
 } // namespace tessary

@@ -117,7 +117,7 @@ public:
         if (stop.stop_requested())
             return {};
         try {
-            return projection().page(listQuery(request), request.maximumTextLength, stop);
+            return projection().page(request, stop);
         } catch (const StoreError&) {
             if (stop.stop_requested())
                 return {};

@@ -38,7 +38,7 @@ TEST(ProjectionConcurrencyTest, ASearchThatWasStoppedAnywhereLeavesTheNextOneWho
         }
         transaction.commit();
     }
-    const ListQuery query = listQuery(requestOf(QStringLiteral("huoguo e")));
+    const ListRequest query = requestOf(QStringLiteral("huoguo e"));
     int stopped = 0;
     for (int i = 0; i < kRounds; ++i) {
         std::stop_source stop;
@@ -52,12 +52,12 @@ TEST(ProjectionConcurrencyTest, ASearchThatWasStoppedAnywhereLeavesTheNextOneWho
         isRunning = true;
         isRunning.notify_one();
         try {
-            EXPECT_EQ(projection.page(query, std::nullopt, stop.get_token()).size(), kItems);
+            EXPECT_EQ(projection.page(query, stop.get_token()).size(), kItems);
         } catch (const StoreError&) {
             ++stopped;
         }
         stopper.join();
-        ASSERT_EQ(projection.page(query, std::nullopt, {}).size(), kItems);
+        ASSERT_EQ(projection.page(query, {}).size(), kItems);
     }
     EXPECT_GT(stopped, 0);
 }
