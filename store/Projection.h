@@ -5,6 +5,9 @@
 #include "store/PinyinText.h"
 #include "store/ScreenshotRecord.h"
 #include "store/SearchLimits.h"
+#include "store/grams/GramIndex.h"
+#include "store/search/FullTextPhrase.h"
+#include "store/search/ListOrder.h"
 #include "store/sqlite/SQLiteConnection.h"
 
 #include <stop_token>
@@ -31,6 +34,8 @@ public:
     void remove(const QString& idText);
     /// Removes all of them, in one transaction.
     void removeAll();
+    /// The same within a transaction of the caller's.
+    void removeRows();
     [[nodiscard]] LibraryCounts counts();
 
     [[nodiscard]] qint64 rowCount();
@@ -55,10 +60,16 @@ public:
                                                   const QList<SQLiteValue>& bindings = {});
 
 private:
-    void prepareReader();
+    [[nodiscard]] static SQLiteConnection openedWriter(const QString& path);
+    [[nodiscard]] static SQLiteConnection openedReader(const QString& path);
+    [[nodiscard]] std::optional<QList<ScreenshotRecord>>
+    quickPage(const ListRequest& request, const SearchQuery& query, const std::stop_token& stop);
 
     SQLiteConnection m_connection;
     SQLiteConnection m_reader; ///< Lists only. So a query can be interrupted, and no change ever is.
+    GramIndex m_grams;
+    FullTextTokenizer m_tokenizer;
+    ListOrders m_orders;
     PinyinText m_pinyin;
     SearchLimits m_limits;
 };

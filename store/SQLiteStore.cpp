@@ -77,9 +77,11 @@ public:
         record->tags = tags.value_or(record->tags);
         record->note = note.value_or(record->note);
         m_structuredStore.upsert(*record);
+        SQLiteTransaction transaction(projection().connection()); // row and indexes agree, whatever happens
         projection().update("tags_json = ?, note = ?",
                             {QString::fromUtf8(encodeTags(record->tags)), record->note}, id);
         projection().updateSearchIndex(*record);
+        transaction.commit();
     }
 
     /// Changes the item in the store of record, then the given columns of its row.
