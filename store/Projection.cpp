@@ -158,6 +158,7 @@ QList<ScreenshotRecord> Projection::page(const ListRequest& request, const std::
             if (stop.stop_requested())
                 throw;
             qWarning("The index of the library cannot be searched: %s", error.what());
+            m_grams.invalidate();
         }
     }
     return prescribedPage(request, stop);
@@ -199,6 +200,34 @@ QList<ScreenshotRecord> Projection::prescribedPage(const ListRequest& request, c
 bool Projection::indexGrams(qint64 mostRows)
 {
     return m_grams.indexMore(mostRows);
+}
+
+bool Projection::isIndexingDue()
+{
+    return lastRow() - GramIndex::indexedThrough(m_connection) >= m_limits.rowsIndexedAtOnce;
+}
+
+void Projection::forgetGrams()
+{
+    m_grams.invalidate();
+}
+
+bool Projection::hasRightGrams(qint64 row)
+{
+    return m_grams.isRightAbout(row);
+}
+
+bool Projection::hasRightSearchRow(qint64 row)
+{
+    return m_connection.integerResult("SELECT EXISTS (SELECT 1 FROM screenshots s "
+                                      "LEFT JOIN screenshots_fts_v5_content f ON f.id = s.rowid "
+                                      "WHERE s.rowid = ? AND f.c0 IS NOT s.id)",
+                                      {row}) == 0;
+}
+
+qint64 Projection::lastRow()
+{
+    return m_connection.integerResult("SELECT max(rowid) FROM screenshots");
 }
 
 LibraryFacets Projection::facets()

@@ -50,9 +50,19 @@ public:
     /// The same page by the one query that defines it.
     [[nodiscard]] QList<ScreenshotRecord> prescribedPage(const ListRequest& request,
                                                          const std::stop_token& stop);
+    /// Whether new rows have become so many that `indexGrams` is worth its transaction.
+    [[nodiscard]] bool isIndexingDue();
     /// Makes up to so many rows more findable by their grams, in one transaction.
     /// @returns whether there may be more to do.
     bool indexGrams(qint64 mostRows);
+    /// So that all of them are to be indexed again.
+    void forgetGrams();
+    /// Whether the row, if there is one, can be found by all that it holds.
+    [[nodiscard]] bool hasRightGrams(qint64 row);
+    /// Whether the full-text row of that row id is that of the item, if there is one.
+    [[nodiscard]] bool hasRightSearchRow(qint64 row);
+    /// The highest row id of an item, 0 without any.
+    [[nodiscard]] qint64 lastRow();
     /// What the items outside the trash can be narrowed to.
     [[nodiscard]] LibraryFacets facets();
     /// Rows of a query that selects the columns in the order of `kProjectionColumns`.

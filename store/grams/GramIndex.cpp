@@ -1,5 +1,6 @@
 #include "store/grams/GramIndex.h"
 
+#include "store/StoreError.h"
 #include "store/grams/GramTokenizer.h"
 #include "store/grams/TextGrams.h"
 #include "store/search/SearchedColumns.h"
@@ -79,7 +80,7 @@ GramIndex::GramIndex(SQLiteConnection& connection) : m_connection(connection)
     prepare(m_connection);
     const bool isThere = m_connection.integerResult("SELECT count(*) FROM sqlite_schema WHERE name IN "
                                                     "('gram_state', 'screenshots_grams')") == 2;
-    if (isThere && m_connection.integerResult("SELECT rules FROM gram_state") == kRules)
+    if (isThere && isValid())
         return;
     SQLiteTransaction transaction(m_connection);
     clear();
@@ -118,7 +119,17 @@ QByteArray GramIndex::query(const QString& keyword)
 
 qint64 GramIndex::indexedThrough(SQLiteConnection& connection)
 {
-    return connection.integerResult("SELECT indexed_through FROM gram_state");
+    return connection.integerResult("SELECT indexed_through FROM gram_state WHERE rules = ?", {kRules});
+}
+
+bool GramIndex::isValid()
+{
+    return m_connection.integerResult("SELECT rules FROM gram_state") == kRules;
+}
+
+void GramIndex::invalidate()
+{
+    m_connection.run("UPDATE gram_state SET rules = 0");
 }
 
 void GramIndex::indexRow(qint64 row)
@@ -130,8 +141,14 @@ void GramIndex::indexRow(qint64 row)
 
 void GramIndex::rowChanged(qint64 row)
 {
-    if (row <= indexedThrough(m_connection))
+    if (row > indexedThrough(m_connection))
+        return;
+    try {
         indexRow(row);
+    } catch (const StoreError& error) {
+        qWarning("The index of the library is damaged: %s", error.what());
+        invalidate(); // a full disk fails this too, and with it the change
+    }
 }
 
 bool GramIndex::indexMore(qint64 mostRows)
@@ -139,6 +156,8 @@ bool GramIndex::indexMore(qint64 mostRows)
     QElapsedTimer elapsed;
     elapsed.start();
     SQLiteTransaction transaction(m_connection);
+    if (!isValid())
+        clear();
     qint64 last = indexedThrough(m_connection);
     qint64 count = 0;
     for (; count < mostRows && elapsed.elapsed() < kLongWork; ++count) {

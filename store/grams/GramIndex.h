@@ -25,7 +25,8 @@ public:
     /// `%`. Empty when it has nothing to go by, or too little to be quick.
     [[nodiscard]] static QByteArray query(const QString& keyword);
 
-    /// The last row that is indexed; 0 for none. As the connection sees it.
+    /// The last row that is indexed; 0 for none, and where the index is not to be asked. As the connection
+    /// sees it.
     [[nodiscard]] static qint64 indexedThrough(SQLiteConnection& connection);
     /// To be called in the transaction that changed the row's texts or added the row.
     void rowChanged(qint64 row);
@@ -34,10 +35,13 @@ public:
     bool indexMore(qint64 mostRows);
     /// Knows of no row from then on. To be called in the transaction that removes the rows.
     void clear();
+    /// For an index that turned out to be damaged: nobody asks it any more, and `indexMore` begins anew.
+    void invalidate();
     /// Whether the index names the row for everything that the row holds, or is not to know it yet.
     [[nodiscard]] bool isRightAbout(qint64 row);
 
 private:
+    [[nodiscard]] bool isValid();
     void create();
     void indexRow(qint64 row);
 
