@@ -1,6 +1,7 @@
 #include "store/Projection.h"
 
 #include "search/SearchQueryParser.h"
+#include "store/FacetQueries.h"
 #include "store/FullTextIdentifiers.h"
 #include "store/LocalizedOrder.h"
 #include "store/ProjectionSchema.h"
@@ -233,20 +234,11 @@ qint64 Projection::lastRow()
 LibraryFacets Projection::facets()
 {
     LibraryFacets facets;
-    facets.sourceApps = m_connection.stringResults("SELECT DISTINCT source_app_name\nFROM screenshots\n"
-                                                   "WHERE is_deleted = 0\n"
-                                                   "  AND source_app_name IS NOT NULL\n"
-                                                   "  AND length(trim(source_app_name)) > 0\n"
-                                                   "ORDER BY source_app_name COLLATE NOCASE");
-    SQLiteStatement rows = m_connection.query("SELECT tags_json FROM screenshots WHERE is_deleted = 0");
-    QSet<QByteArray> seen; // most items have no tags, or the same ones as many others
+    facets.sourceApps = m_reader.stringResults(kSourceAppNamesQuery);
+    SQLiteStatement rows = m_reader.query(kTagListsQuery);
     QSet<QString> tags;
     while (rows.nextRow()) {
-        const QByteArrayView json = rows.bytes(0);
-        if (seen.contains(QByteArray::fromRawData(json.data(), json.size())))
-            continue;
-        seen.insert(json.toByteArray());
-        for (const QString& tag : decodeTags(json.toByteArray()))
+        for (const QString& tag : decodeTags(rows.bytes(0).toByteArray()))
             tags.insert(tag);
     }
     facets.tags = localizedOrder(tags.values());
