@@ -14,7 +14,7 @@ namespace tessary::testing {
 namespace {
 
 constexpr int kShares = 8;
-constexpr quint64 kLibrariesOfShare = 1'000'000; // at most; the numbers of the next part's begin there
+constexpr quint64 kLibrariesOfShare = 1'000'000; // at most; the numbers of the next share's begin there
 constexpr qint64 kPagesOfLibrary = 1000;
 constexpr qint64 kPagesBetweenChanges = 8;
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
@@ -30,31 +30,28 @@ qint64 numberFromEnvironment(const char* name, qint64 otherwise)
     return isNumber ? number : otherwise;
 }
 
+/// Such that every way is taken in libraries of some hundred items.
 SearchLimits someLimits(Dice& dice)
 {
-    switch (dice.below(6)) {
-    case 0:
-        return {};
-    case 1:
-        return {3, 10, 4, 1000, 1};
-    case 2:
-        return {1, 0, 0, 1000, 1};
-    case 3:
-        return {1, 0, 1000, 0, 1};
-    case 4:
-        return {5, 20, 1000, 50, 10};
-    default:
-        return {static_cast<int>(dice.between(1, 50)), static_cast<int>(dice.below(200)), dice.below(100),
-                dice.below(300), dice.between(1, 50)};
-    }
+    SearchLimits limits;
+    if (dice.oneIn(6))
+        return limits;
+    limits.rowsBetweenLooks = dice.anyOf(std::array{1, 3, 5, 20, 50});
+    limits.mostTested = dice.anyOf(std::array{0, 0, 10, 20, 100});
+    limits.mostSorted = dice.anyOf(std::array<qsizetype, 5>{0, 4, 20, 100, 1000});
+    limits.mostListed = dice.anyOf(std::array<qsizetype, 5>{0, 5, 30, 200, 60'000});
+    limits.mostUnindexed = dice.anyOf(std::array<qint64, 4>{0, 50, 1000, 1000});
+    limits.rowsIndexedAtOnce = dice.anyOf(std::array<qint64, 3>{1, 10, 50});
+    return limits;
 }
 
 std::string described(const SearchLimits& limits)
 {
-    return QStringLiteral("{%1, %2, %3, %4, %5}")
+    return QStringLiteral("{%1, %2, %3, %4, %5, %6}")
         .arg(limits.rowsBetweenLooks)
         .arg(limits.mostTested)
         .arg(limits.mostSorted)
+        .arg(limits.mostListed)
         .arg(limits.mostUnindexed)
         .arg(limits.rowsIndexedAtOnce)
         .toStdString();

@@ -187,6 +187,12 @@ void ExercisedLibrary::reopen()
     m_projection.emplace(projectionPath(), m_limits);
 }
 
+/// As after a check that found them damaged.
+void ExercisedLibrary::forgetGrams()
+{
+    m_projection->forgetGrams();
+}
+
 void ExercisedLibrary::index()
 {
     constexpr qsizetype kMostAtOnce = 60;
@@ -218,9 +224,10 @@ void ExercisedLibrary::change()
         Way{6, "purge", &ExercisedLibrary::purge, 1},
         Way{2, "damage and reconciliation", &ExercisedLibrary::damageAndReconcile, 1},
         Way{2, "reopening", &ExercisedLibrary::reopen, 1},
+        Way{1, "forgetting the grams", &ExercisedLibrary::forgetGrams, 1},
         Way{1, "clearing and starting over", &ExercisedLibrary::startOver, 1},
     };
-    constexpr qsizetype kShares = 76;
+    constexpr qsizetype kShares = 77;
     qsizetype chosen = m_dice.below(kShares);
     const auto* way = kWays.begin();
     while (chosen >= way->share)

@@ -40,6 +40,7 @@ private:
     void startOver();
     void damageAndReconcile();
     void reopen();
+    void forgetGrams();
     void index();
     void change(const QByteArray& assignments, const QList<SQLiteValue>& values,
                 const std::function<void(ScreenshotRecord&)>& edit);
