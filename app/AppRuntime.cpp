@@ -88,9 +88,9 @@ QCoro::Task<> AppRuntime::start()
     const FlowSet::Stay stay(m_flows);
     co_await openLibrary();
     registerHotKeys();
-    co_await reconcile();
     Q_EMIT libraryChanged(
         {LibraryChange::Kind::Opened, {}}); // lists were asked for before there was a library
+    co_await reconcile();
     co_await m_storage.finishRemovals();
     co_await recoverImports();
     if (m_flows.stopToken().stop_requested())
@@ -152,7 +152,9 @@ QCoro::Task<> AppRuntime::reconcile()
     if (!m_store)
         co_return;
     try {
-        co_await m_store->reconcileProjection();
+        const bool wasChanged = co_await m_store->reconcileProjection(m_flows.stopToken());
+        if (wasChanged) // after lists were shown
+            Q_EMIT libraryChanged({LibraryChange::Kind::Opened, {}});
     } catch (const std::exception& error) {
         setLastError(tr("无法同步搜索索引：") + localizedDescription(error));
     }

@@ -119,8 +119,7 @@ qint64 Projection::rowCount()
 
 qint64 Projection::searchRowCount()
 {
-    // Its table of sizes has one short row an item; counting the full-text rows would read all their texts.
-    return m_connection.integerResult("SELECT count(*) FROM screenshots_fts_v5_docsize");
+    return tessary::searchRowCount(m_connection);
 }
 
 SQLiteStatement Projection::rowsInIdentifierOrder()

@@ -4,7 +4,6 @@
 #include "store/Projection.h"
 #include "store/ProjectionSchema.h"
 #include "store/RecordColumns.h"
-#include "store/RowSum.h"
 
 namespace tessary {
 namespace {
@@ -18,14 +17,6 @@ bool haveSameValues(const SQLiteStatement& left, const SQLiteStatement& right)
             return false;
     }
     return true;
-}
-
-RowSum sumOf(SQLiteStatement rows)
-{
-    RowSum sum;
-    while (rows.nextRow())
-        sum.add(rows, kRecordColumnCount);
-    return sum;
 }
 
 bool areSameItem(const SQLiteStatement& structured, const SQLiteStatement& projected)
@@ -42,17 +33,51 @@ ProjectionReconciler::ProjectionReconciler(CoreDataScreenshotStore& structuredSt
 {
 }
 
-void ProjectionReconciler::reconcile()
+RowSum ProjectionReconciler::readRecords(SQLiteConnection& connection)
+{
+    return sumOfRows(connection, columnList(kEntityAttributes), "ScreenshotEntity");
+}
+
+ProjectionReconciler::Reading ProjectionReconciler::readProjection(SQLiteConnection& connection)
+{
+    Reading reading;
+    reading.sum = sumOfRows(connection, columnList(kProjectionColumns), "screenshots");
+    reading.hasItsSearchRows =
+        hasAlignedSearchRows(connection) && searchRowCount(connection) == reading.sum.rows;
+    return reading;
+}
+
+qint64 ProjectionReconciler::changeCount()
+{
+    SQLiteConnection& rows = m_projection.connection();
+    return m_structuredStore.changeCount() + rows.totalChanges() + rows.integerResult("PRAGMA data_version");
+}
+
+bool ProjectionReconciler::reconcile()
+{
+    const RowSum records = readRecords(m_structuredStore.connection());
+    return !readProjection(m_projection.connection()).isInStepWith(records) && mendDifferences();
+}
+
+bool ProjectionReconciler::reconcile(Outcome outcome, qint64 changeCountThen)
+{
+    if (outcome == Outcome::Unknown || changeCount() != changeCountThen)
+        return reconcile();
+    return outcome == Outcome::Different && mendDifferences();
+}
+
+bool ProjectionReconciler::mendDifferences()
 {
     if (m_structuredStore.count() == 0 && m_projection.rowCount() > 0)
         adoptProjection();
-    const Difference difference = haveEqualSums() ? Difference() : compare();
     const bool searchFits = hasAlignedSearchRows(m_projection.connection()) &&
                             m_projection.searchRowCount() == m_projection.rowCount();
-    if (difference.isTooLarge || !searchFits)
+    const Difference difference = searchFits ? compare() : Difference{{}, true};
+    if (difference.isTooLarge)
         rebuild();
     else if (!difference.identifiers.isEmpty())
         mend(difference.identifiers);
+    return difference.isTooLarge || !difference.identifiers.isEmpty();
 }
 
 void ProjectionReconciler::adoptProjection()
@@ -63,12 +88,6 @@ void ProjectionReconciler::adoptProjection()
             return std::nullopt;
         return decodeProjectionRow(rows);
     });
-}
-
-bool ProjectionReconciler::haveEqualSums()
-{
-    return m_structuredStore.count() == m_projection.rowCount() &&
-           sumOf(m_structuredStore.rowsInStoredOrder()) == sumOf(m_projection.rowsInStoredOrder());
 }
 
 ProjectionReconciler::Difference ProjectionReconciler::compare()

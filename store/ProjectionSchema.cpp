@@ -155,6 +155,12 @@ void recreateSearchTable(SQLiteConnection& connection)
     connection.run(kSearchTable);
 }
 
+qint64 searchRowCount(SQLiteConnection& connection)
+{
+    // Its table of sizes has one short row an item; counting the full-text rows would read all their texts.
+    return connection.integerResult("SELECT count(*) FROM screenshots_fts_v5_docsize");
+}
+
 bool hasAlignedSearchRows(SQLiteConnection& connection)
 {
     return connection.integerResult("PRAGMA user_version") == kAlignedVersion;

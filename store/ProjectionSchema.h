@@ -17,6 +17,8 @@ void recreateSearchTable(SQLiteConnection& connection);
 /// the file.
 inline constexpr qint64 kAlignedVersion = 1;
 
+/// How many full-text rows there are. @throws StoreError.
+[[nodiscard]] qint64 searchRowCount(SQLiteConnection& connection);
 /// Whether every full-text row is known to have the row id of its item; see `Projection`.
 [[nodiscard]] bool hasAlignedSearchRows(SQLiteConnection& connection);
 void markSearchRowsAligned(SQLiteConnection& connection);

@@ -1,29 +1,28 @@
 #pragma once
 
-#include "store/sqlite/SQLiteStatement.h"
-
 #include <QByteArray>
 
 #include <array>
 
 namespace tessary {
 
-/// A 128-bit sum over rows that does not depend on their order, so that two tables can be compared while each
-/// is read in the order in which it lies on the disk. Tables with the same values have the same sum;
-/// different sums mean different values, in the sense of `SQLiteStatement::hasSameValue`. Different tables
-/// with the same sum are as unlikely as a disk that errs unnoticed.
-class RowSum {
-public:
-    /// Adds the row's first `columns` values.
-    void add(const SQLiteStatement& row, int columns);
+class SQLiteConnection;
 
-    friend bool operator==(const RowSum& left, const RowSum& right) { return left.m_sums == right.m_sums; }
+/// How many rows a table has, and a 128-bit sum over them that does not depend on their order, so that two
+/// tables can be compared while each is read in the order in which it lies on the disk. Tables with the same
+/// values have the same sum; different sums mean different values, in the sense of
+/// `SQLiteStatement::hasSameValue`. Different tables with the same sum are as unlikely as a disk that errs
+/// unnoticed.
+struct RowSum {
+    std::array<quint64, 2> sums{};
+    qint64 rows = 0;
 
-private:
-    void appendValue(const SQLiteStatement& row, int column);
-
-    std::array<quint64, 2> m_sums{};
-    QByteArray m_row; // kept for its memory
+    friend bool operator==(const RowSum&, const RowSum&) = default;
 };
+
+/// The sum over all rows, of the columns named, in their order. SQLite hands the values of a row over without
+/// copying them. @param from a table, or a query in parentheses. @throws StoreError.
+[[nodiscard]] RowSum sumOfRows(SQLiteConnection& connection, const QByteArray& columns,
+                               const QByteArray& from);
 
 } // namespace tessary

@@ -4,12 +4,14 @@
 #include "store/CoreDataScreenshotStore.h"
 #include "store/IndexUpkeep.h"
 #include "store/ItemRemover.h"
+#include "store/LibraryComparison.h"
 #include "store/Projection.h"
 #include "store/ProjectionReconciler.h"
 #include "store/StoreError.h"
 #include "store/TagsCoding.h"
 
 #include <QFileInfo>
+#include <QScopeGuard>
 
 #include <limits>
 
@@ -52,7 +54,7 @@ public:
         }
     }
 
-    void reconcile() { ProjectionReconciler(m_structuredStore, projection()).reconcile(); }
+    [[nodiscard]] ProjectionReconciler reconciler() { return {m_structuredStore, projection()}; }
 
     void registerDuplicate(const QString& contentHash, Date now)
     {
@@ -166,7 +168,13 @@ private:
     std::optional<Projection> m_projection; // absent when it could not be opened again
 };
 
-SQLiteStore::SQLiteStore() : m_lane(QStringLiteral("tessary.store")) {}
+SQLiteStore::SQLiteStore(QString path)
+    : m_path(std::move(path)),
+      m_mayWrite(std::make_unique<Milestone>()),
+      m_lane(QStringLiteral("tessary.store"))
+{
+    m_mayWrite->reach();
+}
 
 SQLiteStore::~SQLiteStore()
 {
@@ -181,7 +189,7 @@ QString SQLiteStore::projectionPath(const QString& databasePath)
 
 QCoro::Task<std::unique_ptr<SQLiteStore>> SQLiteStore::open(QString databasePath)
 {
-    std::unique_ptr<SQLiteStore> store(new SQLiteStore);
+    std::unique_ptr<SQLiteStore> store(new SQLiteStore(databasePath));
     auto opening = store->m_lane.post([self = store.get(), databasePath] {
         self->m_databases = std::make_unique<Databases>(databasePath);
     });
@@ -235,6 +243,8 @@ QCoro::Task<QList<ScreenshotRecord>> SQLiteStore::page(QUuid after, int limit)
 
 QCoro::Task<bool> SQLiteStore::insert(ScreenshotRecord record)
 {
+    const Milestone::Wait turn = m_mayWrite->reached();
+    co_await turn;
     auto work = m_lane.post([this, record] { return m_databases->insert(record); });
     const bool wasInserted = co_await work;
     if (record.textContent.size() > kLongText)
@@ -272,43 +282,64 @@ void SQLiteStore::forgetLongText() noexcept
     returnFreedMemory();
 }
 
-QCoro::Task<> SQLiteStore::reconcileProjection()
+QCoro::Task<bool> SQLiteStore::reconcileProjection(std::stop_token stop)
 {
-    auto work = m_lane.post([this] {
-        m_databases->reconcile();
+    m_mayWrite = std::make_unique<Milestone>();
+    const auto letWrite = qScopeGuard([this] { m_mayWrite->reach(); });
+    auto counting = m_lane.post([this] { return m_databases->reconciler().changeCount(); });
+    const qint64 changeCount = co_await counting;
+    LibraryComparison comparison(m_path, projectionPath(m_path));
+    const QCoro::Task<ProjectionReconciler::Outcome> comparing = comparison.compare(stop);
+    const ProjectionReconciler::Outcome outcome = co_await comparing;
+    if (stop.stop_requested())
+        co_return false;
+    auto work = m_lane.post([this, outcome, changeCount] {
+        const bool wasChanged = m_databases->reconciler().reconcile(outcome, changeCount);
         m_databases->startIndexCheck();
+        return wasChanged;
     });
-    co_await work;
+    const bool wasChanged = co_await work;
     m_lane.postDetached(&returnFreedMemory);
     m_lane.postDetached([this] { keepUpIndex(); });
+    co_return wasChanged;
 }
 
 QCoro::Task<> SQLiteStore::registerDuplicate(QString contentHash, Date now)
 {
+    const Milestone::Wait turn = m_mayWrite->reached();
+    co_await turn;
     auto work = m_lane.post([this, contentHash, now] { m_databases->registerDuplicate(contentHash, now); });
     co_await work;
 }
 
 QCoro::Task<> SQLiteStore::updateMetadata(QUuid id, QStringList tags, QString note)
 {
+    const Milestone::Wait turn = m_mayWrite->reached();
+    co_await turn;
     auto work = m_lane.post([this, id, tags, note] { m_databases->updateMetadata(id, tags, note); });
     co_await work;
 }
 
 QCoro::Task<> SQLiteStore::setTags(QUuid id, QStringList tags)
 {
+    const Milestone::Wait turn = m_mayWrite->reached();
+    co_await turn;
     auto work = m_lane.post([this, id, tags] { m_databases->updateMetadata(id, tags, std::nullopt); });
     co_await work;
 }
 
 QCoro::Task<> SQLiteStore::setNote(QUuid id, QString note)
 {
+    const Milestone::Wait turn = m_mayWrite->reached();
+    co_await turn;
     auto work = m_lane.post([this, id, note] { m_databases->updateMetadata(id, std::nullopt, note); });
     co_await work;
 }
 
 QCoro::Task<> SQLiteStore::setFavorite(QUuid id, bool isFavorite)
 {
+    const Milestone::Wait turn = m_mayWrite->reached();
+    co_await turn;
     auto work = m_lane.post([this, id, isFavorite] {
         m_databases->change(id, [&](ScreenshotRecord& record) { record.isFavorite = isFavorite; },
                             "is_favorite = ?", {sqliteValue(isFavorite)});
@@ -318,6 +349,8 @@ QCoro::Task<> SQLiteStore::setFavorite(QUuid id, bool isFavorite)
 
 QCoro::Task<> SQLiteStore::setPinned(QUuid id, bool isPinned)
 {
+    const Milestone::Wait turn = m_mayWrite->reached();
+    co_await turn;
     auto work = m_lane.post([this, id, isPinned] {
         m_databases->change(id, [&](ScreenshotRecord& record) { record.isPinned = isPinned; },
                             "is_pinned = ?", {sqliteValue(isPinned)});
@@ -327,6 +360,8 @@ QCoro::Task<> SQLiteStore::setPinned(QUuid id, bool isPinned)
 
 QCoro::Task<> SQLiteStore::markUsed(QUuid id, Date at)
 {
+    const Milestone::Wait turn = m_mayWrite->reached();
+    co_await turn;
     auto work = m_lane.post([this, id, at] {
         m_databases->change(id, [&](ScreenshotRecord& record) { record.lastUsedAt = at; }, "last_used_at = ?",
                             {sqliteValue(at)});
@@ -336,6 +371,8 @@ QCoro::Task<> SQLiteStore::markUsed(QUuid id, Date at)
 
 QCoro::Task<> SQLiteStore::moveToTrash(QUuid id, Date at)
 {
+    const Milestone::Wait turn = m_mayWrite->reached();
+    co_await turn;
     auto work = m_lane.post([this, id, at] {
         const auto edit = [&](ScreenshotRecord& record) {
             record.isDeleted = true;
@@ -360,18 +397,24 @@ QCoro::Task<LibraryFacets> SQLiteStore::facets()
 
 QCoro::Task<RemovedItems> SQLiteStore::purgeTrash(std::optional<Date> olderThan, int most)
 {
+    const Milestone::Wait turn = m_mayWrite->reached();
+    co_await turn;
     auto work = m_lane.post([this, olderThan, most] { return m_databases->purgeTrash(olderThan, most); });
     co_return co_await work;
 }
 
 QCoro::Task<RemovedItems> SQLiteStore::removeOldestPictures(qint64 limit, int most)
 {
+    const Milestone::Wait turn = m_mayWrite->reached();
+    co_await turn;
     auto work = m_lane.post([this, limit, most] { return m_databases->removeOldestPictures(limit, most); });
     co_return co_await work;
 }
 
 QCoro::Task<> SQLiteStore::removeEverything()
 {
+    const Milestone::Wait turn = m_mayWrite->reached();
+    co_await turn;
     auto work = m_lane.post([this] { m_databases->removeEverything(); });
     co_await work;
     m_lane.postDetached(&returnFreedMemory);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/Milestone.h"
 #include "base/SerialLane.h"
 #include "search/ListRequest.h"
 #include "store/LibraryCounts.h"
@@ -40,8 +41,10 @@ public:
     [[nodiscard]] QCoro::Task<QList<ScreenshotRecord>> page(QUuid after, int limit);
     /// @returns false, with neither store changed, when an item with that content is present already.
     [[nodiscard]] QCoro::Task<bool> insert(ScreenshotRecord record);
-    /// Brings the projection in line with the store of record; once, before the first query.
-    [[nodiscard]] QCoro::Task<> reconcileProjection();
+    /// Brings the projection in line with the store of record; once, before anything is changed. Changes
+    /// that are asked for meanwhile wait; questions are answered from the projection as it is.
+    /// @returns whether the projection had to be changed. When `stop` is requested it may be left as it is.
+    [[nodiscard]] QCoro::Task<bool> reconcileProjection(std::stop_token stop = {});
     /// The same content was captured again at that time.
     [[nodiscard]] QCoro::Task<> registerDuplicate(QString contentHash, Date now);
     [[nodiscard]] QCoro::Task<> updateMetadata(QUuid id, QStringList tags, QString note);
@@ -69,13 +72,15 @@ public:
 
 private:
     class Databases;
-    SQLiteStore();
+    explicit SQLiteStore(QString path);
 
     /// On the lane: gives back the memory that indexing a long text took.
     void forgetLongText() noexcept;
     /// On the lane: a piece of the index's upkeep, and the next one behind what waits by then.
     void keepUpIndex() noexcept;
 
+    QString m_path;
+    std::unique_ptr<Milestone> m_mayWrite;  // reached but while the projection is compared
     std::unique_ptr<Databases> m_databases; // touched only on the lane
     bool m_isUpkeepWaiting = false;         // likewise; the next piece is among what waits
     SerialLane m_lane;

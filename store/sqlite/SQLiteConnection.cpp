@@ -19,12 +19,14 @@ void SQLiteConnection::Finalize::operator()(sqlite3_stmt* statement) const
     sqlite3_finalize(statement);
 }
 
-SQLiteConnection::SQLiteConnection(const QString& path)
+SQLiteConnection::SQLiteConnection(const QString& path, Access access)
 {
+    int flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE;
+    if (access == Access::ReadingOnly)
+        flags = SQLITE_OPEN_READONLY;
     sqlite3* database = nullptr;
-    const int result =
-        sqlite3_open_v2(QFile::encodeName(path).constData(), &database,
-                        SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_FULLMUTEX, nullptr);
+    const int result = sqlite3_open_v2(QFile::encodeName(path).constData(), &database,
+                                       flags | SQLITE_OPEN_FULLMUTEX, nullptr);
     m_database.reset(database);
     if (result != SQLITE_OK) {
         const QString message = database != nullptr ? QString::fromUtf8(sqlite3_errmsg(database))

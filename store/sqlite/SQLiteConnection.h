@@ -15,8 +15,13 @@ namespace tessary {
 /// Every text is bound or literal SQL of ours; nothing else ever becomes part of a statement.
 class SQLiteConnection {
 public:
-    /// Opens, or creates, the file. @throws StoreError (OpenDatabase).
-    explicit SQLiteConnection(const QString& path);
+    enum class Access {
+        Everything,  ///< Opens, or creates, the file.
+        ReadingOnly, ///< Opens a file that is there.
+    };
+
+    /// @throws StoreError (OpenDatabase).
+    explicit SQLiteConnection(const QString& path, Access access = Access::Everything);
 
     /// Runs statements without parameters. @throws StoreError (Execute).
     void run(const QByteArray& sql);

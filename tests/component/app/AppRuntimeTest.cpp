@@ -89,6 +89,26 @@ TEST_F(AppRuntimeTest, AListThatWasAskedForBeforeTheLibraryWasOpenIsReadAgain)
     EXPECT_TRUE(eventually([&] { return list.results().size() == 1; }));
 }
 
+TEST_F(AppRuntimeTest, AListThatWasShownBeforeTheProjectionWasMendedIsReadAgain)
+{
+    start();
+    ASSERT_TRUE(copies(QStringLiteral("kept")));
+    for (const bool isDamaged : {false, true}) {
+        await(runtime->shutDown());
+        runtime = std::make_unique<AppRuntime>(platform, windows);
+        if (isDamaged)
+            SQLiteConnection(projectionPath()).run("DELETE FROM screenshots");
+        ScreenshotSearchViewModel list(*runtime);
+        int opened = 0;
+        QObject::connect(runtime.get(), &AppRuntime::libraryChanged, &list, [&](const LibraryChange& change) {
+            opened += change.kind == LibraryChange::Kind::Opened ? 1 : 0;
+        });
+        await(runtime->start());
+        EXPECT_EQ(opened, isDamaged ? 2 : 1);
+        EXPECT_TRUE(eventually([&] { return list.results().size() == 1; }));
+    }
+}
+
 TEST_F(AppRuntimeTest, ACopyWhileAnExcludedProgramIsInFrontStoresNothing)
 {
     defaults.set(QStringLiteral("excludedBundleIdentifiers"), QStringList{QStringLiteral("vault")});
