@@ -68,7 +68,6 @@ void Projection::updateSearchIndex(const ScreenshotRecord& record)
                          {id, record.sourceAppName.value_or(QString()), record.tags.join(QLatin1Char(' ')),
                           record.note, record.filename, record.textContent,
                           m_pinyin.searchText(record.searchableText())});
-    m_grams.rowChanged(m_connection.integerResult("SELECT rowid FROM screenshots WHERE id = ?", {id}));
 }
 
 void Projection::update(const QByteArray& assignments, QList<SQLiteValue> values, const QUuid& id)
@@ -205,7 +204,7 @@ bool Projection::indexGrams(qint64 mostRows)
 
 bool Projection::isIndexingDue()
 {
-    return lastRow() - GramIndex::indexedThrough(m_connection) >= m_limits.rowsIndexedAtOnce;
+    return GramIndex::unindexedRows(m_connection) >= m_limits.rowsIndexedAtOnce;
 }
 
 void Projection::forgetGrams()

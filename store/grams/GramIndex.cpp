@@ -29,6 +29,14 @@ INSERT INTO screenshots_grams_data VALUES (1, x''), (10, x'00000000000000');
 INSERT INTO screenshots_grams_config VALUES ('version', 4);
 )";
 
+QByteArray searchedColumns()
+{
+    QByteArrayList columns;
+    for (const char* column : kSearchedColumns)
+        columns.append(column);
+    return columns.join(", ");
+}
+
 /// The row's texts, with `TextGrams::kBorder` between them.
 QByteArray joinedTexts()
 {
@@ -91,7 +99,8 @@ GramIndex::GramIndex(SQLiteConnection& connection) : m_connection(connection)
 {
     prepare(m_connection);
     const bool isThere = m_connection.integerResult("SELECT count(*) FROM sqlite_schema WHERE name IN "
-                                                    "('gram_state', 'screenshots_grams')") == 2;
+                                                    "('screenshots_grams', 'gram_state', 'gram_pending', "
+                                                    "'gram_changes', 'gram_inserted', 'gram_updated')") == 6;
     if (isThere && isValid())
         return;
     SQLiteTransaction transaction(m_connection);
@@ -104,8 +113,19 @@ void GramIndex::create()
     m_connection.run(QByteArray("CREATE VIRTUAL TABLE screenshots_grams USING fts5(texts, content = '', "
                                 "columnsize = 0, detail = none, tokenize = '") +
                      kGramTokenizer + "')");
+    // Everything is written once more for each merge; searches want few segments all the same.
+    m_connection.run("INSERT INTO screenshots_grams (screenshots_grams, rank) VALUES ('automerge', 8)");
     m_connection.run("CREATE TABLE gram_state (rules INTEGER NOT NULL, indexed_through INTEGER NOT NULL)");
     m_connection.execute("INSERT INTO gram_state VALUES (?, 0)", {kRules});
+    m_connection.run("CREATE TABLE gram_pending (row INTEGER PRIMARY KEY);"
+                     "CREATE TABLE gram_changes (row INTEGER PRIMARY KEY);");
+    // One by one: what a statement does about conflicts holds in its triggers as well.
+    const QByteArray isIndexed = " WHEN NEW.rowid <= (SELECT indexed_through FROM gram_state) ";
+    const QByteArray note = "BEGIN DELETE FROM gram_pending WHERE row = NEW.rowid; "
+                            "INSERT INTO gram_pending VALUES (NEW.rowid); END";
+    m_connection.run("CREATE TRIGGER gram_inserted AFTER INSERT ON screenshots" + isIndexed + note);
+    m_connection.run("CREATE TRIGGER gram_updated AFTER UPDATE OF " + searchedColumns() + " ON screenshots" +
+                     isIndexed + note);
 }
 
 void GramIndex::clear()
@@ -116,23 +136,41 @@ void GramIndex::clear()
         m_connection.run(kEmptyTables);
         m_connection.run("DROP TABLE screenshots_grams");
     }
-    m_connection.run("DROP TABLE IF EXISTS gram_state");
+    m_connection.run("DROP TRIGGER IF EXISTS gram_inserted; DROP TRIGGER IF EXISTS gram_updated;"
+                     "DROP TABLE IF EXISTS gram_state; DROP TABLE IF EXISTS gram_pending;"
+                     "DROP TABLE IF EXISTS gram_changes;");
     create();
 }
 
-QByteArray GramIndex::query(const QString& keyword)
+GramIndex::Query GramIndex::query(const QString& keyword)
 {
+    const QList<QByteArray> pieces = literalPieces(keyword);
     QList<QByteArray> grams;
     QByteArray beginning; // the longest, if no piece has a whole gram
-    for (const QByteArray& piece : literalPieces(keyword)) {
+    for (const QByteArray& piece : pieces) {
         const TextGrams::Wanted wanted = TextGrams::wantedBy(piece);
         grams += wanted.grams;
         if (wanted.beginningOfGram.size() > beginning.size())
             beginning = wanted.beginningOfGram;
     }
+    const auto isWhole = [&pieces](const QByteArray& found) {
+        return pieces.size() == 1 && pieces.first().size() == found.size();
+    };
     if (!grams.isEmpty())
-        return allOf(grams, kMostAsked);
-    return isSelective(beginning) ? quoted(beginning) + " *" : QByteArray();
+        return {allOf(grams, kMostAsked), grams.size() == 1 && isWhole(grams.first())};
+    if (isSelective(beginning))
+        return {quoted(beginning) + " *", isWhole(beginning)};
+    return {};
+}
+
+SQLiteStatement GramIndex::pendingRows(SQLiteConnection& connection)
+{
+    return connection.query("SELECT row FROM gram_pending");
+}
+
+SQLiteStatement GramIndex::changedRows(SQLiteConnection& connection)
+{
+    return connection.query("SELECT row FROM gram_changes");
 }
 
 qint64 GramIndex::indexedThrough(SQLiteConnection& connection)
@@ -157,16 +195,20 @@ void GramIndex::indexRow(qint64 row)
     m_connection.execute(sql, {row});
 }
 
-void GramIndex::rowChanged(qint64 row)
+qint64 GramIndex::unindexedRows(SQLiteConnection& connection)
 {
-    if (row > indexedThrough(m_connection))
-        return;
-    try {
-        indexRow(row);
-    } catch (const StoreError& error) {
-        qWarning("The index of the library is damaged: %s", error.what());
-        invalidate(); // a full disk fails this too, and with it the change
-    }
+    return connection.integerResult("SELECT max(rowid) FROM screenshots") - indexedThrough(connection) +
+           connection.integerResult("SELECT count(*) FROM gram_pending");
+}
+
+/// The next row that is to be indexed; 0 for none.
+qint64 GramIndex::nextRow()
+{
+    const qint64 pending = m_connection.integerResult("SELECT min(row) FROM gram_pending");
+    if (pending > 0)
+        return pending;
+    return m_connection.integerResult("SELECT min(rowid) FROM screenshots WHERE rowid > ?",
+                                      {indexedThrough(m_connection)});
 }
 
 bool GramIndex::indexMore(qint64 mostRows)
@@ -176,27 +218,27 @@ bool GramIndex::indexMore(qint64 mostRows)
     SQLiteTransaction transaction(m_connection);
     if (!isValid())
         clear();
-    qint64 last = indexedThrough(m_connection);
-    qint64 count = 0;
-    for (; count < mostRows && elapsed.elapsed() < kLongWork; ++count) {
-        const qint64 row =
-            m_connection.integerResult("SELECT min(rowid) FROM screenshots WHERE rowid > ?", {last});
-        if (row <= last)
-            break;
+    qint64 row = nextRow();
+    for (qint64 count = 0; row > 0 && count < mostRows && elapsed.elapsed() < kLongWork; ++count) {
         indexRow(row);
-        last = row;
+        if (row > indexedThrough(m_connection)) {
+            m_connection.execute("UPDATE gram_state SET indexed_through = ?", {row});
+        } else {
+            m_connection.execute("INSERT OR IGNORE INTO gram_changes VALUES (?)", {row});
+            m_connection.execute("DELETE FROM gram_pending WHERE row = ?", {row});
+        }
+        row = nextRow();
     }
-    m_connection.execute("UPDATE gram_state SET indexed_through = ?", {last});
     transaction.commit();
-    return m_connection.integerResult("SELECT EXISTS (SELECT 1 FROM screenshots WHERE rowid > ?)", {last}) !=
-           0;
+    return row > 0;
 }
 
 bool GramIndex::isRightAbout(qint64 row)
 {
     constexpr qsizetype kMostCompared = 30;
     static const QByteArray texts = "SELECT " + joinedTexts() + " FROM screenshots WHERE rowid = ?";
-    if (row > indexedThrough(m_connection))
+    if (row > indexedThrough(m_connection) ||
+        m_connection.integerResult("SELECT count(*) FROM gram_pending WHERE row = ?", {row}) > 0)
         return true;
     std::vector<TextGrams::Gram> held;
     {

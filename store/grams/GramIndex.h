@@ -10,9 +10,10 @@ namespace tessary {
 /// in.
 ///
 /// What it knows is derived from those rows and kept in their file. It may name rows that do not hold the
-/// piece, after a change or a removal too; it never leaves out one that does, of the rows up to the one that
-/// `indexedThrough` names. Those behind it are new: they wait until they are many, since indexing them one by
-/// one would write many times as much. Used from the store's lane; throws StoreError.
+/// piece, after a change or a removal too; it never leaves out one that does, of the rows that are indexed.
+/// Rows behind `indexedThrough`, and `pendingRows` among those before, are not, or not as they are now. They
+/// wait until they are many, since indexing them one by one would write many times as much. Triggers note
+/// what is pending, whoever changes the file. Used from the store's lane; throws StoreError.
 class GramIndex {
 public:
     /// Makes the tables that are missing, and empties what an older Tessary made by other rules.
@@ -21,15 +22,22 @@ public:
 
     /// What a connection needs to ask the index.
     static void prepare(const SQLiteConnection& connection);
-    /// What to ask the full-text table `kGramTable` for: rows in which LIKE may find the keyword between two
-    /// `%`. Empty when it has nothing to go by, or too little to be quick.
-    [[nodiscard]] static QByteArray query(const QString& keyword);
+    struct Query {
+        QByteArray match;     ///< Empty for nothing to go by, or too little to be quick.
+        bool isExact = false; ///< Rows that it names hold the keyword, unless they were changed.
+    };
+    /// What to ask the index for: rows in which LIKE may find the keyword between two `%`.
+    [[nodiscard]] static Query query(const QString& keyword);
 
     /// The last row that is indexed; 0 for none, and where the index is not to be asked. As the connection
     /// sees it.
     [[nodiscard]] static qint64 indexedThrough(SQLiteConnection& connection);
-    /// To be called in the transaction that changed the row's texts or added the row.
-    void rowChanged(qint64 row);
+    /// Rows before that which have other texts than when they were indexed.
+    [[nodiscard]] static SQLiteStatement pendingRows(SQLiteConnection& connection);
+    /// How many rows there are of both kinds, at most.
+    [[nodiscard]] static qint64 unindexedRows(SQLiteConnection& connection);
+    /// Rows that may be named for what they do not hold any more.
+    [[nodiscard]] static SQLiteStatement changedRows(SQLiteConnection& connection);
     /// Indexes more rows in one transaction: so many at most, and fewer when that takes long.
     /// @returns whether there may be more to do.
     bool indexMore(qint64 mostRows);
@@ -42,6 +50,7 @@ public:
 
 private:
     [[nodiscard]] bool isValid();
+    [[nodiscard]] qint64 nextRow();
     void create();
     void indexRow(qint64 row);
 

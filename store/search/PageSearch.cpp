@@ -33,9 +33,9 @@ public:
     /// Tests the rows of the list in order, as long as enough of them match.
     Outcome walkAndTest(const SearchLimits& limits);
     /// Goes on through the list after that, but tests candidates only, and so many of them.
-    Outcome walkOn(const RowSet& candidates, qint64 most);
+    Outcome walkOn(const RowCandidates& candidates, qint64 most);
     /// Begins anew, with candidates that are put in order.
-    void sort(const RowSet& candidates);
+    void sort(const RowCandidates& candidates);
 
     [[nodiscard]] const QList<qint64>& matches() const { return m_matches; }
 
@@ -76,13 +76,18 @@ Search::Outcome Search::walkAndTest(const SearchLimits& limits)
     return Outcome::IsDone;
 }
 
-Search::Outcome Search::walkOn(const RowSet& candidates, qint64 most)
+Search::Outcome Search::walkOn(const RowCandidates& candidates, qint64 most)
 {
+    const RowSet& rows = *candidates.rows();
     qint64 tested = 0;
     while (!isFull() && m_list.nextRow()) {
         const qint64 row = m_list.integer(0);
-        if (!candidates.contains(row))
+        if (!rows.contains(row))
             continue;
+        if (candidates.isCertain(row)) {
+            m_matches.append(row);
+            continue;
+        }
         test(row);
         if (++tested >= most)
             return Outcome::IsEndless;
@@ -90,10 +95,10 @@ Search::Outcome Search::walkOn(const RowSet& candidates, qint64 most)
     return Outcome::IsDone;
 }
 
-void Search::sort(const RowSet& candidates)
+void Search::sort(const RowCandidates& candidates)
 {
     QByteArrayList rows;
-    candidates.forEach([&rows](qint64 row) { rows.append(QByteArray::number(row)); });
+    candidates.rows()->forEach([&rows](qint64 row) { rows.append(QByteArray::number(row)); });
     SQLiteStatement sorted = m_reader.queryOnce(
         "SELECT s.rowid FROM json_each(?) c CROSS JOIN screenshots s ON s.rowid = c.value WHERE " +
             m_ranges.texts.join(" AND ") + " ORDER BY " + m_order.total,
@@ -107,13 +112,12 @@ void Search::sort(const RowSet& candidates)
 PageSearch::Way findAmong(RowCandidates& candidates, Search& search, const SearchLimits& limits)
 {
     while (candidates.narrow()) {
-        const RowSet& rows = *candidates.rows();
-        if (rows.count() <= limits.mostSorted) {
-            search.sort(rows);
+        if (candidates.rows()->count() <= limits.mostSorted) {
+            search.sort(candidates);
             return PageSearch::Way::Sorted;
         }
         const qint64 most = candidates.canNarrow() ? limits.mostTested : std::numeric_limits<qint64>::max();
-        if (search.walkOn(rows, most) == Search::Outcome::IsDone)
+        if (search.walkOn(candidates, most) == Search::Outcome::IsDone)
             return PageSearch::Way::Met;
     }
     return PageSearch::Way::Prescribed;
@@ -161,8 +165,10 @@ std::optional<QList<qint64>> PageSearch::rows(const ListRequest& request, const 
     Search search(m_reader, *order, ranges, orderText(request.sort), test,
                   qsizetype{request.offset} + request.limit, stop);
     m_way = Way::Tested;
-    if (search.walkAndTest(m_limits) == Search::Outcome::IsEndless) {
-        if (bounds.last - bounds.indexedThrough > m_limits.mostUnindexed)
+    const bool isIndexed = GramIndex::unindexedRows(m_reader) <= m_limits.mostUnindexed;
+    const bool isDeep = request.offset >= m_limits.mostTested; // what comes before would all be tested
+    if ((isDeep && isIndexed) || search.walkAndTest(m_limits) == Search::Outcome::IsEndless) {
+        if (!isIndexed)
             return std::nullopt;
         RowCandidates candidates(m_reader, bounds, m_limits, test, stop);
         candidates.add(query, request.scope);

@@ -24,7 +24,9 @@ RowCandidates::RowCandidates(SQLiteConnection& reader, const Bounds& bounds, con
       m_bounds(bounds),
       m_limits(limits),
       m_test(test),
-      m_stop(std::move(stop))
+      m_stop(std::move(stop)),
+      m_changed(bounds.last),
+      m_unindexed(bounds.last)
 {
 }
 
@@ -32,37 +34,45 @@ void RowCandidates::add(const SearchQuery& query, ScreenshotScope scope)
 {
     for (qsizetype place = 0; place < query.keywords.size(); ++place)
         addKeyword(query.keywords.at(place), place);
-    if (scope != ScreenshotScope::Trash) { // whose items the two indexes do not have
-        if (query.appName)
-            addColumn("source_app_name", "list_apps", *query.appName);
-        if (query.tagName)
-            addColumn("tags_json", "list_tags", *query.tagName);
-    }
+    const bool hasColumnIndexes = scope != ScreenshotScope::Trash; // whose items they do not hold
+    if (query.appName)
+        m_isExact =
+            hasColumnIndexes && addColumn("source_app_name", "list_apps", *query.appName) && m_isExact;
+    if (query.tagName)
+        m_isExact = hasColumnIndexes && addColumn("tags_json", "list_tags", *query.tagName) && m_isExact;
+    collect(GramIndex::changedRows(m_reader), m_changed, kAll);
+    collect(GramIndex::pendingRows(m_reader), m_unindexed, kAll);
+    for (qint64 row = m_bounds.indexedThrough + 1; row <= m_bounds.last; ++row)
+        m_unindexed.insert(row);
     std::stable_sort(m_texts.begin(), m_texts.end(),
                      [](const Text& one, const Text& other) { return one.telling > other.telling; });
 }
 
 void RowCandidates::addKeyword(const QString& keyword, qsizetype place)
 {
-    const QByteArray grams = GramIndex::query(keyword);
-    if (grams.isEmpty())
+    const GramIndex::Query grams = GramIndex::query(keyword);
+    m_isExact = m_isExact && grams.isExact;
+    if (grams.match.isEmpty())
         return;
-    const bool isBeginning = grams.endsWith('*');
-    m_texts.append({[this, grams, fullText = fullTextQuery(keyword), place](RowSet& rows, qsizetype most) {
-                        return listKeyword(grams, fullText, place, rows, most);
-                    },
-                    isBeginning ? 0 : grams.size()});
+    const bool isBeginning = grams.match.endsWith('*');
+    m_texts.append(
+        {[this, match = grams.match, fullText = fullTextQuery(keyword), place](RowSet& rows, qsizetype most) {
+             return listKeyword(match, fullText, place, rows, most);
+         },
+         isBeginning ? 0 : grams.match.size()});
 }
 
-void RowCandidates::addColumn(const QByteArray& column, const QByteArray& index, const QString& text)
+/// @returns whether the indexes can tell.
+bool RowCandidates::addColumn(const QByteArray& column, const QByteArray& index, const QString& text)
 {
     const LikePattern pattern(likePattern(text).toUtf8());
     if (pattern.matches("") || pattern.matches("[]"))
-        return; // the values that the indexes are not asked for
+        return false; // the values that the indexes are not asked for
     m_texts.append({[this, column, index, pattern](RowSet& rows, qsizetype most) {
                         return listColumn(column, index, pattern, rows, most);
                     },
                     kTellingColumn});
+    return true;
 }
 
 bool RowCandidates::narrow()
@@ -80,6 +90,8 @@ bool RowCandidates::narrow()
             hasAsked = true;
         } else if (areMany) {
             later.append(text);
+        } else {
+            m_isExact = false; // and it is left to the test
         }
         if (m_rows && m_rows->count() <= m_limits.mostSorted)
             break;
@@ -109,8 +121,7 @@ bool RowCandidates::listKeyword(const QByteArray& grams, const QString& fullText
                  byWords, most))
         return false;
     rows.unite(byWords);
-    for (qint64 row = m_bounds.indexedThrough + 1; row <= m_bounds.last; ++row)
-        rows.insert(row);
+    rows.unite(m_unindexed);
     m_test.setFullTextRows(place, std::move(byWords));
     return true;
 }

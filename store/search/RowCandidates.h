@@ -18,7 +18,7 @@ class RowCandidates {
 public:
     struct Bounds {
         qint64 last = 0;           ///< The highest row id there is.
-        qint64 indexedThrough = 0; ///< Rows behind it are not known to the grams; all of them are candidates.
+        qint64 indexedThrough = 0; ///< The last one that the grams know.
     };
 
     /// @param reader inside a transaction, prepared by `GramIndex::prepare`. @param test is told what was
@@ -35,6 +35,11 @@ public:
     [[nodiscard]] bool canNarrow() const { return !m_texts.isEmpty(); }
     /// As they are known by now; nothing before `narrow`.
     [[nodiscard]] const std::optional<RowSet>& rows() const { return m_rows; }
+    /// Whether one of them has all the texts for certain.
+    [[nodiscard]] bool isCertain(qint64 row) const
+    {
+        return m_isExact && m_texts.isEmpty() && !m_unindexed.contains(row) && !m_changed.contains(row);
+    }
 
 private:
     /// Puts the rows that have a text into the set. @returns false for more than so many, of which only some
@@ -46,7 +51,7 @@ private:
     };
 
     void addKeyword(const QString& keyword, qsizetype place);
-    void addColumn(const QByteArray& column, const QByteArray& index, const QString& text);
+    bool addColumn(const QByteArray& column, const QByteArray& index, const QString& text);
     bool listKeyword(const QByteArray& grams, const QString& fullText, qsizetype place, RowSet& rows,
                      qsizetype most);
     bool listColumn(const QByteArray& column, const QByteArray& index, const LikePattern& pattern,
@@ -61,6 +66,9 @@ private:
     std::stop_token m_stop;
     QList<Text> m_texts; ///< Not asked about, or not to the end.
     bool m_hasAskedForFew = false;
+    bool m_isExact = true; ///< What is listed for each text has it, but for changed rows.
+    RowSet m_changed;      ///< Named for what they held before, perhaps.
+    RowSet m_unindexed;    ///< Not known to the grams as they are; all of them are candidates.
     std::optional<RowSet> m_rows;
 };
 

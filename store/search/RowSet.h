@@ -45,7 +45,7 @@ public:
     {
         for (size_t i = 0; i < m_words.size(); ++i) {
             for (quint64 rest = m_words[i]; rest != 0; rest &= rest - 1)
-                use(static_cast<qint64>(i * kBits + qCountTrailingZeroBits(rest)));
+                use(static_cast<qint64>(i * kBits) + qCountTrailingZeroBits(rest));
         }
     }
 

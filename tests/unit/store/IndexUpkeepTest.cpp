@@ -75,7 +75,7 @@ TEST_F(IndexUpkeepTest, NewItemsAreIndexedOnceTheyAreMany)
 TEST_F(IndexUpkeepTest, ALibraryFromBeforeIsIndexedAfterTheStart)
 {
     makeIndexed(kItems);
-    change("DROP TABLE screenshots_grams; DROP TABLE gram_state");
+    change("DROP TABLE screenshots_grams");
     open();
     await(store->reconcileProjection());
     EXPECT_TRUE(areIndexed(kItems));

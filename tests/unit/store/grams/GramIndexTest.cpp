@@ -37,7 +37,7 @@ protected:
     {
         return projection->connection()
             .stringResults("SELECT rowid FROM screenshots_grams WHERE screenshots_grams MATCH ?",
-                           {QString::fromUtf8(GramIndex::query(keyword))})
+                           {QString::fromUtf8(GramIndex::query(keyword).match)})
             .size();
     }
     qsizetype found(const QString& text)
@@ -55,27 +55,38 @@ protected:
 
 TEST_F(GramIndexTest, AsksForTheGramsOfAKeyword)
 {
-    EXPECT_EQ(GramIndex::query(QStringLiteral("Hello")), R"("hel" AND "ell" AND "llo")");
-    EXPECT_EQ(GramIndex::query(QStringLiteral("a\"b")), R"("a""b")");
-    EXPECT_EQ(GramIndex::query(QStringLiteral("th")), R"("th" *)");
-    EXPECT_EQ(GramIndex::query(QStringLiteral("会")), R"("会" *)");
+    EXPECT_EQ(GramIndex::query(QStringLiteral("Hello")).match, R"("hel" AND "ell" AND "llo")");
+    EXPECT_EQ(GramIndex::query(QStringLiteral("a\"b")).match, R"("a""b")");
+    EXPECT_EQ(GramIndex::query(QStringLiteral("th")).match, R"("th" *)");
+    EXPECT_EQ(GramIndex::query(QStringLiteral("会")).match, R"("会" *)");
 }
 
 TEST_F(GramIndexTest, WhatLikeTakesForAnythingParts)
 {
-    EXPECT_EQ(GramIndex::query(QStringLiteral("ab%会议_abc")), R"("会议" AND "abc")");
-    EXPECT_EQ(GramIndex::query(QStringLiteral("%")), "");
-    EXPECT_EQ(GramIndex::query(QStringLiteral("a_b")), "");
+    EXPECT_EQ(GramIndex::query(QStringLiteral("ab%会议_abc")).match, R"("会议" AND "abc")");
+    EXPECT_EQ(GramIndex::query(QStringLiteral("%")).match, "");
+    EXPECT_EQ(GramIndex::query(QStringLiteral("a_b")).match, "");
 }
 
 TEST_F(GramIndexTest, NothingCanBeAskedForOneLetter)
 {
-    EXPECT_EQ(GramIndex::query(QStringLiteral("e")), "");
+    EXPECT_EQ(GramIndex::query(QStringLiteral("e")).match, "");
+}
+
+TEST_F(GramIndexTest, KnowsWhichKeywordsItIsSureOf)
+{
+    for (const QString& keyword : {QStringLiteral("The"), QStringLiteral("th"), QStringLiteral("会议"),
+                                   QStringLiteral("会"), QStringLiteral("a会")})
+        EXPECT_TRUE(GramIndex::query(keyword).isExact) << keyword.toStdString();
+    for (const QString& keyword : {QStringLiteral("them"), QStringLiteral("e"), QStringLiteral("会议室"),
+                                   QStringLiteral("ab会"), QStringLiteral("%th"), QStringLiteral("t_e")})
+        EXPECT_FALSE(GramIndex::query(keyword).isExact) << keyword.toStdString();
 }
 
 TEST_F(GramIndexTest, OfALongKeywordSomeGramsAreEnough)
 {
-    const QByteArray query = GramIndex::query(QStringLiteral("abcdefghijklmnopqrstuvwxyz").repeated(40));
+    const QByteArray query =
+        GramIndex::query(QStringLiteral("abcdefghijklmnopqrstuvwxyz").repeated(40)).match;
     EXPECT_EQ(query.count(" AND "), 5);
 }
 
@@ -93,24 +104,49 @@ TEST_F(GramIndexTest, IndexesNewRowsInPieces)
     EXPECT_EQ(named(QStringLiteral("鱼")), 0);
 }
 
-TEST_F(GramIndexTest, AnEditedRowIsNamedForWhatItHasNow)
+TEST_F(GramIndexTest, AnEditedRowIsFoundAtOnceAndIndexedAgainLater)
 {
     const ScreenshotRecord record = add(QStringLiteral("text"));
     projection->indexGrams(kAll);
     setNote(record, QStringLiteral("发票"));
+    EXPECT_EQ(GramIndex::unindexedRows(projection->connection()), 1);
+    EXPECT_EQ(found(QStringLiteral("发票")), 1);
+    projection->indexGrams(kAll);
+    EXPECT_EQ(GramIndex::unindexedRows(projection->connection()), 0);
     EXPECT_EQ(named(QStringLiteral("发票")), 1);
     setNote(record, QStringLiteral("合同"));
+    projection->indexGrams(kAll);
     EXPECT_EQ(named(QStringLiteral("合同")), 1);
     EXPECT_EQ(found(QStringLiteral("发票")), 0);
 }
 
-TEST_F(GramIndexTest, ARowWhoseIdWasUsedBeforeIsIndexedAtOnce)
+TEST_F(GramIndexTest, MarksAndUsesAreNoChangeOfTexts)
+{
+    const ScreenshotRecord record = add(QStringLiteral("text"));
+    projection->indexGrams(kAll);
+    projection->update("is_favorite = 1, last_used_at = 5", {}, record.id);
+    EXPECT_EQ(GramIndex::unindexedRows(projection->connection()), 0);
+}
+
+TEST_F(GramIndexTest, AChangeByAProgramThatKnowsNoGramsIsNotMissed)
+{
+    add(QStringLiteral("text"));
+    projection->indexGrams(kAll);
+    SQLiteConnection(path).run("UPDATE screenshots SET ocr_text = '发票'");
+    EXPECT_EQ(found(QStringLiteral("发票")), 1);
+    projection->indexGrams(kAll);
+    EXPECT_EQ(named(QStringLiteral("发票")), 1);
+}
+
+TEST_F(GramIndexTest, ARowWhoseIdWasUsedBeforeIsIndexedAgain)
 {
     const ScreenshotRecord first = add(QStringLiteral("first"));
     projection->indexGrams(kAll);
     projection->remove(identifierText(first.id));
     add(QStringLiteral("second"));
     EXPECT_EQ(indexedThrough(), 1);
+    EXPECT_EQ(GramIndex::unindexedRows(projection->connection()), 1);
+    projection->indexGrams(kAll);
     EXPECT_EQ(named(QStringLiteral("second")), 1);
     EXPECT_EQ(found(QStringLiteral("first")), 0);
 }
@@ -144,7 +180,7 @@ TEST_F(GramIndexTest, AnIndexByOtherRulesIsMadeAnew)
 TEST_F(GramIndexTest, AProjectionWithoutOneGainsIt)
 {
     add(QStringLiteral("text"));
-    projection->connection().run("DROP TABLE screenshots_grams; DROP TABLE gram_state");
+    projection->connection().run("DROP TABLE screenshots_grams");
     reopen();
     EXPECT_EQ(found(QStringLiteral("text")), 1);
     EXPECT_FALSE(projection->indexGrams(kAll));
@@ -160,6 +196,8 @@ TEST_F(GramIndexTest, TellsWhetherItIsRight)
     EXPECT_TRUE(projection->hasRightGrams(2));
     EXPECT_TRUE(projection->hasRightGrams(77));
     projection->connection().run("UPDATE screenshots SET note = 'behind its back' WHERE rowid = 1");
+    EXPECT_TRUE(projection->hasRightGrams(1)); // it knows of that
+    projection->connection().run("DELETE FROM gram_pending");
     EXPECT_FALSE(projection->hasRightGrams(1));
     projection->forgetGrams();
     EXPECT_TRUE(projection->hasRightGrams(1));

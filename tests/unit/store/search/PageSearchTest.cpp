@@ -78,6 +78,33 @@ TEST_F(PageSearchTest, WhatIsNeitherIsMetAmongManyCandidates)
     EXPECT_EQ(way, Way::Met);
 }
 
+TEST_F(PageSearchTest, ADeepPageIsMetWithoutTestingWhatComesBefore)
+{
+    projection.indexGrams(kAll);
+    ListRequest request;
+    request.rawQuery = QStringLiteral("thi");
+    request.offset = 8;
+    EXPECT_EQ(projection.page(request, {}), projection.prescribedPage(request, {}));
+    (void)projection.page(request, {});
+    EXPECT_EQ(projection.wayOfPage(), Way::Met);
+}
+
+TEST_F(PageSearchTest, WhatARowHeldBeforeAnEditIsNotFound)
+{
+    ScreenshotRecord record = add(QStringLiteral("edited"));
+    const auto setNote = [&](const QString& note) {
+        record.note = note;
+        projection.update("note = ?", {note}, record.id);
+        projection.updateSearchIndex(record);
+    };
+    setNote(QStringLiteral("xyz"));
+    projection.indexGrams(kAll);
+    setNote(QStringLiteral("nothing"));
+    EXPECT_EQ(page(QStringLiteral("xyz")).size(), 0);
+    setNote(QStringLiteral("xyz"));
+    EXPECT_EQ(page(QStringLiteral("xyz")).size(), 1);
+}
+
 TEST_F(PageSearchTest, RowsThatAreNotIndexedYetAreCandidates)
 {
     projection.indexGrams(kAll);
