@@ -8,7 +8,6 @@
 #include "store/RecordColumns.h"
 #include "store/StoreError.h"
 #include "store/TagsCoding.h"
-#include "store/search/PageSearch.h"
 #include "store/sqlite/LikeFunction.h"
 #include "store/sqlite/SQLiteInterruption.h"
 
@@ -172,8 +171,9 @@ Projection::quickPage(const ListRequest& request, const SearchQuery& query, cons
         "SELECT " + columnList(kProjectionColumns) + " FROM screenshots WHERE rowid = ?";
     const SQLiteReadTransaction transaction(m_reader);
     const SQLiteInterruption interruption(m_reader.handle(), stop);
-    const std::optional<QList<qint64>> rows =
-        PageSearch(m_reader, m_orders, m_tokenizer, m_limits).rows(request, query, stop);
+    PageSearch search(m_reader, m_orders, m_tokenizer, m_limits);
+    const std::optional<QList<qint64>> rows = search.rows(request, query, stop);
+    m_wayOfPage = search.way();
     if (!rows)
         return std::nullopt;
     QList<ScreenshotRecord> found;
@@ -189,6 +189,7 @@ Projection::quickPage(const ListRequest& request, const SearchQuery& query, cons
 
 QList<ScreenshotRecord> Projection::prescribedPage(const ListRequest& request, const std::stop_token& stop)
 {
+    m_wayOfPage = PageSearch::Way::Prescribed;
     const ListQuery query = listQuery(request);
     const SQLiteInterruption interruption(m_reader.handle(), stop);
     SQLiteStatement rows = m_reader.queryOnce(query.sql, query.bindings);

@@ -8,6 +8,7 @@
 #include "store/grams/GramIndex.h"
 #include "store/search/FullTextPhrase.h"
 #include "store/search/ListOrder.h"
+#include "store/search/PageSearch.h"
 #include "store/sqlite/SQLiteConnection.h"
 
 #include <stop_token>
@@ -47,6 +48,8 @@ public:
     /// One page of a list, by whichever way is quick; contents are cut as in `decodeProjectionRow`. Once a
     /// stop is requested it ends early with an error.
     [[nodiscard]] QList<ScreenshotRecord> page(const ListRequest& request, const std::stop_token& stop);
+    /// How the last page was found.
+    [[nodiscard]] PageSearch::Way wayOfPage() const { return m_wayOfPage; }
     /// The same page by the one query that defines it.
     [[nodiscard]] QList<ScreenshotRecord> prescribedPage(const ListRequest& request,
                                                          const std::stop_token& stop);
@@ -82,6 +85,7 @@ private:
     ListOrders m_orders;
     PinyinText m_pinyin;
     SearchLimits m_limits;
+    PageSearch::Way m_wayOfPage = PageSearch::Way::Prescribed;
 };
 
 } // namespace tessary

@@ -17,6 +17,18 @@ constexpr qint64 kRules = 1;
 constexpr qint64 kLongWork = 20; // milliseconds; searches wait meanwhile
 constexpr qsizetype kMostAsked = 6;
 
+/// The full-text engine drops no table that it cannot read. With these, its own in their first state, it can.
+constexpr char kEmptyTables[] = R"(
+DROP TABLE IF EXISTS screenshots_grams_data;
+DROP TABLE IF EXISTS screenshots_grams_idx;
+DROP TABLE IF EXISTS screenshots_grams_config;
+CREATE TABLE screenshots_grams_data(id INTEGER PRIMARY KEY, block BLOB);
+CREATE TABLE screenshots_grams_idx(segid, term, pgno, PRIMARY KEY(segid, term)) WITHOUT ROWID;
+CREATE TABLE screenshots_grams_config(k PRIMARY KEY, v) WITHOUT ROWID;
+INSERT INTO screenshots_grams_data VALUES (1, x''), (10, x'00000000000000');
+INSERT INTO screenshots_grams_config VALUES ('version', 4);
+)";
+
 /// The row's texts, with `TextGrams::kBorder` between them.
 QByteArray joinedTexts()
 {
@@ -98,7 +110,13 @@ void GramIndex::create()
 
 void GramIndex::clear()
 {
-    m_connection.run("DROP TABLE IF EXISTS screenshots_grams; DROP TABLE IF EXISTS gram_state");
+    try {
+        m_connection.run("DROP TABLE IF EXISTS screenshots_grams");
+    } catch (const StoreError&) {
+        m_connection.run(kEmptyTables);
+        m_connection.run("DROP TABLE screenshots_grams");
+    }
+    m_connection.run("DROP TABLE IF EXISTS gram_state");
     create();
 }
 

@@ -5,6 +5,8 @@
 #include "store/grams/GramIndex.h"
 #include "store/search/RowCandidates.h"
 
+#include <limits>
+
 namespace tessary {
 namespace {
 
@@ -26,12 +28,12 @@ public:
     {
     }
 
-    enum class Outcome { IsDone, TooFewMatch };
+    enum class Outcome { IsDone, IsEndless };
 
     /// Tests the rows of the list in order, as long as enough of them match.
     Outcome walkAndTest(const SearchLimits& limits);
-    /// Goes on through the list after that, but tests candidates only.
-    void walkOn(const RowSet& candidates);
+    /// Goes on through the list after that, but tests candidates only, and so many of them.
+    Outcome walkOn(const RowSet& candidates, qint64 most);
     /// Begins anew, with candidates that are put in order.
     void sort(const RowSet& candidates);
 
@@ -69,18 +71,23 @@ Search::Outcome Search::walkAndTest(const SearchLimits& limits)
             continue;
         const qint64 allTested = tested * m_wanted / std::max<qint64>(m_matches.size(), 1); // as it looks now
         if (allTested > limits.mostTested)
-            return Outcome::TooFewMatch;
+            return Outcome::IsEndless;
     }
     return Outcome::IsDone;
 }
 
-void Search::walkOn(const RowSet& candidates)
+Search::Outcome Search::walkOn(const RowSet& candidates, qint64 most)
 {
+    qint64 tested = 0;
     while (!isFull() && m_list.nextRow()) {
         const qint64 row = m_list.integer(0);
-        if (candidates.contains(row))
-            test(row);
+        if (!candidates.contains(row))
+            continue;
+        test(row);
+        if (++tested >= most)
+            return Outcome::IsEndless;
     }
+    return Outcome::IsDone;
 }
 
 void Search::sort(const RowSet& candidates)
@@ -94,6 +101,22 @@ void Search::sort(const RowSet& candidates)
     m_matches.clear();
     while (!isFull() && sorted.nextRow())
         test(sorted.integer(0));
+}
+
+/// How the search came to its end.
+PageSearch::Way findAmong(RowCandidates& candidates, Search& search, const SearchLimits& limits)
+{
+    while (candidates.narrow()) {
+        const RowSet& rows = *candidates.rows();
+        if (rows.count() <= limits.mostSorted) {
+            search.sort(rows);
+            return PageSearch::Way::Sorted;
+        }
+        const qint64 most = candidates.canNarrow() ? limits.mostTested : std::numeric_limits<qint64>::max();
+        if (search.walkOn(rows, most) == Search::Outcome::IsDone)
+            return PageSearch::Way::Met;
+    }
+    return PageSearch::Way::Prescribed;
 }
 
 /// Whether rows can be told by their ids from the first to the last, and a set of them is no burden.
@@ -117,13 +140,14 @@ PageSearch::PageSearch(SQLiteConnection& reader, ListOrders& orders, const FullT
 bool PageSearch::isFor(const ListRequest& request, const SearchQuery& query)
 {
     constexpr qsizetype kMostKeywords = 64;
-    return request.limit > 0 && request.offset >= 0 && !query.keywords.isEmpty() &&
-           query.keywords.size() <= kMostKeywords;
+    const bool hasTexts = !query.keywords.isEmpty() || query.appName || query.tagName;
+    return request.limit > 0 && request.offset >= 0 && hasTexts && query.keywords.size() <= kMostKeywords;
 }
 
 std::optional<QList<qint64>> PageSearch::rows(const ListRequest& request, const SearchQuery& query,
                                               const std::stop_token& stop)
 {
+    m_way = Way::Prescribed;
     const qint64 first = m_reader.integerResult("SELECT min(rowid) FROM screenshots");
     const RowCandidates::Bounds bounds{m_reader.integerResult("SELECT max(rowid) FROM screenshots"),
                                        GramIndex::indexedThrough(m_reader)};
@@ -134,20 +158,18 @@ std::optional<QList<qint64>> PageSearch::rows(const ListRequest& request, const 
     if (!order)
         return std::nullopt;
     RowTest test(m_reader, m_tokenizer, query);
-    const qsizetype wanted = qsizetype{request.offset} + request.limit;
-    Search search(m_reader, *order, ranges, orderText(request.sort), test, wanted, stop);
-    if (search.walkAndTest(m_limits) == Search::Outcome::TooFewMatch) {
+    Search search(m_reader, *order, ranges, orderText(request.sort), test,
+                  qsizetype{request.offset} + request.limit, stop);
+    m_way = Way::Tested;
+    if (search.walkAndTest(m_limits) == Search::Outcome::IsEndless) {
         if (bounds.last - bounds.indexedThrough > m_limits.mostUnindexed)
             return std::nullopt;
-        const std::optional<RowSet> candidates =
-            RowCandidates(m_reader, bounds, m_limits, test, stop).find(query);
-        if (!candidates)
-            return std::nullopt;
-        if (candidates->count() <= m_limits.mostSorted)
-            search.sort(*candidates);
-        else
-            search.walkOn(*candidates);
+        RowCandidates candidates(m_reader, bounds, m_limits, test, stop);
+        candidates.add(query, request.scope);
+        m_way = findAmong(candidates, search, m_limits);
     }
+    if (m_way == Way::Prescribed)
+        return std::nullopt;
     return search.matches().mid(request.offset);
 }
 

@@ -15,6 +15,14 @@ namespace tessary {
 /// order; many are met while the list is walked on. The test decides on each row either way.
 class PageSearch {
 public:
+    /// How the rows were found.
+    enum class Way {
+        Prescribed, ///< Not at all: the defining query is to answer.
+        Tested,     ///< Row after row.
+        Sorted,     ///< Few candidates, put in order.
+        Met,        ///< Many candidates, met in the list.
+    };
+
     /// @param reader a connection that nothing else uses meanwhile, inside a transaction, prepared by
     /// `GramIndex::prepare`.
     PageSearch(SQLiteConnection& reader, ListOrders& orders, const FullTextTokenizer& tokenizer,
@@ -26,12 +34,14 @@ public:
     /// ready, or of no help. @throws StoreError, also when `stop` is requested.
     [[nodiscard]] std::optional<QList<qint64>> rows(const ListRequest& request, const SearchQuery& query,
                                                     const std::stop_token& stop);
+    [[nodiscard]] Way way() const { return m_way; } ///< Of the last page.
 
 private:
     SQLiteConnection& m_reader;
     ListOrders& m_orders;
     const FullTextTokenizer& m_tokenizer;
     SearchLimits m_limits;
+    Way m_way = Way::Prescribed;
 };
 
 } // namespace tessary

@@ -8,6 +8,15 @@
 #include <limits>
 
 namespace tessary {
+namespace {
+
+constexpr qsizetype kAll = std::numeric_limits<qsizetype>::max();
+
+/// How telling texts are: keywords by their length, which grams know; columns have few values, which are
+/// found by index.
+constexpr qsizetype kTellingColumn = 1000;
+
+} // namespace
 
 RowCandidates::RowCandidates(SQLiteConnection& reader, const Bounds& bounds, const SearchLimits& limits,
                              RowTest& test, std::stop_token stop)
@@ -19,69 +28,119 @@ RowCandidates::RowCandidates(SQLiteConnection& reader, const Bounds& bounds, con
 {
 }
 
-QList<RowCandidates::Keyword> RowCandidates::mostTellingFirst(const SearchQuery& query)
+void RowCandidates::add(const SearchQuery& query, ScreenshotScope scope)
 {
-    QList<Keyword> keywords;
-    for (qsizetype place = 0; place < query.keywords.size(); ++place) {
-        const QByteArray grams = GramIndex::query(query.keywords.at(place));
-        if (!grams.isEmpty())
-            keywords.append({place, grams, fullTextQuery(query.keywords.at(place))});
+    for (qsizetype place = 0; place < query.keywords.size(); ++place)
+        addKeyword(query.keywords.at(place), place);
+    if (scope != ScreenshotScope::Trash) { // whose items the two indexes do not have
+        if (query.appName)
+            addColumn("source_app_name", "list_apps", *query.appName);
+        if (query.tagName)
+            addColumn("tags_json", "list_tags", *query.tagName);
     }
-    // Long queries are of long words, which are rare; the beginning of a gram is asked for last.
-    std::stable_sort(keywords.begin(), keywords.end(), [](const Keyword& one, const Keyword& other) {
-        const bool isBeginning = one.grams.endsWith('*');
-        if (isBeginning != other.grams.endsWith('*'))
-            return !isBeginning;
-        return one.grams.size() > other.grams.size();
-    });
-    return keywords;
+    std::stable_sort(m_texts.begin(), m_texts.end(),
+                     [](const Text& one, const Text& other) { return one.telling > other.telling; });
 }
 
-std::optional<RowSet> RowCandidates::find(const SearchQuery& query)
+void RowCandidates::addKeyword(const QString& keyword, qsizetype place)
 {
-    constexpr qsizetype kAll = std::numeric_limits<qsizetype>::max();
-    const QList<Keyword> keywords = mostTellingFirst(query);
-    std::optional<RowSet> candidates;
-    for (const qsizetype most : {m_limits.mostListed, kAll}) {
-        for (const Keyword& keyword : keywords) {
-            std::optional<RowSet> rows = rowsOf(keyword, most);
-            if (!rows)
-                continue;
-            if (candidates)
-                rows->intersect(*candidates);
-            candidates = std::move(rows);
-            if (candidates->count() <= m_limits.mostSorted)
-                return candidates;
+    const QByteArray grams = GramIndex::query(keyword);
+    if (grams.isEmpty())
+        return;
+    const bool isBeginning = grams.endsWith('*');
+    m_texts.append({[this, grams, fullText = fullTextQuery(keyword), place](RowSet& rows, qsizetype most) {
+                        return listKeyword(grams, fullText, place, rows, most);
+                    },
+                    isBeginning ? 0 : grams.size()});
+}
+
+void RowCandidates::addColumn(const QByteArray& column, const QByteArray& index, const QString& text)
+{
+    const LikePattern pattern(likePattern(text).toUtf8());
+    if (pattern.matches("") || pattern.matches("[]"))
+        return; // the values that the indexes are not asked for
+    m_texts.append({[this, column, index, pattern](RowSet& rows, qsizetype most) {
+                        return listColumn(column, index, pattern, rows, most);
+                    },
+                    kTellingColumn});
+}
+
+bool RowCandidates::narrow()
+{
+    const qsizetype most = m_hasAskedForFew ? kAll : m_limits.mostListed;
+    const bool areMany = !m_hasAskedForFew;
+    m_hasAskedForFew = true;
+    QList<Text> later;
+    bool hasAsked = false;
+    while (!m_texts.isEmpty() && (areMany || !hasAsked)) {
+        const Text text = m_texts.takeFirst();
+        RowSet rows(m_bounds.last);
+        if (text.listing(rows, most)) {
+            intersect(std::move(rows));
+            hasAsked = true;
+        } else if (areMany) {
+            later.append(text);
         }
-        if (candidates)
-            return candidates;
+        if (m_rows && m_rows->count() <= m_limits.mostSorted)
+            break;
     }
-    return std::nullopt;
+    m_texts = later + m_texts;
+    return hasAsked || (areMany && !m_texts.isEmpty() && narrow());
 }
 
-std::optional<RowSet> RowCandidates::rowsOf(const Keyword& keyword, qsizetype most)
+void RowCandidates::intersect(RowSet rows)
 {
-    RowSet rows(m_bounds.last);
-    if (!collect("SELECT rowid FROM screenshots_grams WHERE screenshots_grams MATCH ?", keyword.grams, rows,
-                 most))
-        return std::nullopt;
-    RowSet fullText(m_bounds.last);
-    if (!collect("SELECT rowid FROM main.screenshots_fts_v5 WHERE screenshots_fts_v5 MATCH ?",
-                 keyword.fullText.toUtf8(), fullText, most))
-        return std::nullopt;
-    rows.unite(fullText);
+    if (m_rows)
+        rows.intersect(*m_rows);
+    m_rows = std::move(rows);
+}
+
+bool RowCandidates::listKeyword(const QByteArray& grams, const QString& fullText, qsizetype place,
+                                RowSet& rows, qsizetype most)
+{
+    SQLiteStatement byGrams =
+        m_reader.query("SELECT rowid FROM screenshots_grams WHERE screenshots_grams MATCH ?");
+    byGrams.bindText(1, grams);
+    if (!collect(std::move(byGrams), rows, most))
+        return false;
+    RowSet byWords(m_bounds.last);
+    if (!collect(m_reader.query("SELECT rowid FROM main.screenshots_fts_v5 WHERE screenshots_fts_v5 MATCH ?",
+                                {fullText}),
+                 byWords, most))
+        return false;
+    rows.unite(byWords);
     for (qint64 row = m_bounds.indexedThrough + 1; row <= m_bounds.last; ++row)
         rows.insert(row);
-    m_test.setFullTextRows(keyword.place, std::move(fullText));
-    return rows;
+    m_test.setFullTextRows(place, std::move(byWords));
+    return true;
 }
 
-/// @returns false for more than so many, of which only some were collected.
-bool RowCandidates::collect(const QByteArray& sql, QByteArrayView match, RowSet& rows, qsizetype most)
+/// The column's different values are few, and are looked at one after the other.
+bool RowCandidates::listColumn(const QByteArray& column, const QByteArray& index, const LikePattern& pattern,
+                               RowSet& rows, qsizetype most)
+{
+    constexpr int kMostValues = 5000;
+    const QByteArray condition = index == "list_tags" ? " AND tags_json <> '[]'" : "";
+    const QByteArray source = " FROM screenshots INDEXED BY " + index + " WHERE is_deleted = 0" + condition;
+    QByteArray value = "";
+    for (int count = 0; count < kMostValues; ++count) {
+        SQLiteStatement next =
+            m_reader.query("SELECT min(" + column + ")" + source + " AND " + column + " > ?");
+        next.bindText(1, value);
+        if (!next.nextRow() || next.isNull(0))
+            return true;
+        value = next.bytes(0).toByteArray();
+        SQLiteStatement withValue = m_reader.query("SELECT rowid" + source + " AND " + column + " = ?");
+        withValue.bindText(1, value);
+        if (pattern.matches(value) && !collect(std::move(withValue), rows, most))
+            return false;
+    }
+    return false;
+}
+
+bool RowCandidates::collect(SQLiteStatement found, RowSet& rows, qsizetype most)
 {
     constexpr qsizetype kBetweenLooks = 1000;
-    SQLiteStatement found = m_reader.query(sql);
-    found.bindText(1, match);
     for (qsizetype count = 0; found.nextRow(); ++count) {
         if (count >= most)
             return false;

@@ -12,11 +12,14 @@ constexpr int kFullTextColumns = 6;
 constexpr char kFullTexts[] =
     "SELECT c1, c2, c3, c4, c5, c6 FROM main.screenshots_fts_v5_content WHERE id = ?";
 
-QByteArray textsQuery()
+/// @param all or only those that `app:` and `tag:` look into, which are short.
+QByteArray textsQuery(bool all)
 {
     QByteArrayList columns;
-    for (const char* column : kSearchedColumns)
-        columns.append(column);
+    for (size_t i = 0; i < kSearchedColumns.size(); ++i) {
+        const bool isOfOperator = i == kSearchedApp || i == kSearchedTags;
+        columns.append(all || isOfOperator ? kSearchedColumns.at(i) : "NULL");
+    }
     return "SELECT " + columns.join(", ") + " FROM main.screenshots WHERE rowid = ?";
 }
 
@@ -37,7 +40,7 @@ bool moveTo(SQLiteStatement& statement, qint64 row)
 
 RowTest::RowTest(SQLiteConnection& reader, const FullTextTokenizer& tokenizer, const SearchQuery& query)
     : m_tokenizer(tokenizer),
-      m_texts(reader.query(textsQuery())),
+      m_texts(reader.query(textsQuery(!query.keywords.isEmpty()))),
       m_fullTexts(reader.query(kFullTexts))
 {
     for (const QString& keyword : query.keywords)

@@ -1,7 +1,10 @@
 #include "tests/unit/store/differential/ExercisedLibrary.h"
 #include "tests/unit/store/differential/ListOracle.h"
 
+#include <algorithm>
+#include <array>
 #include <cstdio>
+#include <functional>
 
 /// Pages of generated libraries against the one query that says what is on them, run by SQLite alone.
 ///
@@ -10,9 +13,9 @@
 namespace tessary::testing {
 namespace {
 
-constexpr int kParts = 8;
-constexpr quint64 kLibrariesOfPart = 1'000'000; // at most; the numbers of the next part's begin there
-constexpr qint64 kPagesOfLibrary = 1500;
+constexpr int kShares = 8;
+constexpr quint64 kLibrariesOfShare = 1'000'000; // at most; the numbers of the next share's begin there
+constexpr qint64 kPagesOfLibrary = 1000;
 constexpr qint64 kPagesBetweenChanges = 8;
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
 constexpr qint64 kDefaultComparisons = 10'000; // sanitised code takes many times as long
@@ -53,6 +56,8 @@ std::string described(const SearchLimits& limits)
         .arg(limits.rowsIndexedAtOnce)
         .toStdString();
 }
+
+constexpr size_t kWays = 4; // PageSearch::Way
 
 /// As C++ would spell it, so that nothing in it is invisible.
 std::string escaped(const QString& text)
@@ -115,6 +120,8 @@ public:
     [[nodiscard]] qint64 compared() const { return m_compared; }
     [[nodiscard]] qint64 notEmpty() const { return m_notEmpty; }
     [[nodiscard]] qint64 refused() const { return m_refused; }
+    /// How many pages were found in each way, by its number.
+    [[nodiscard]] const std::array<qint64, kWays>& ways() const { return m_ways; }
 
 private:
     void comparePage(const ListRequest& request)
@@ -127,6 +134,7 @@ private:
         }
         const QList<ScreenshotRecord> found = m_library.projection().page(request, {});
         m_notEmpty += wanted->isEmpty() ? 0 : 1;
+        ++m_ways.at(static_cast<size_t>(m_library.projection().wayOfPage()));
         ASSERT_TRUE(found == *wanted)
             << "TESSARY_DIFFERENTIAL_LIBRARY=" << m_number << ", page " << m_compared << ", limits "
             << described(m_limits) << ", after " << m_library.lastChange() << "\n"
@@ -146,26 +154,28 @@ private:
     qint64 m_compared = 0;
     qint64 m_notEmpty = 0;
     qint64 m_refused = 0;
+    std::array<qint64, kWays> m_ways{};
 };
 
 class SearchDifferentialTest : public ::testing::TestWithParam<int> {};
 
 TEST_P(SearchDifferentialTest, EveryPageIsThePrescribedOne)
 {
-    const quint64 first = static_cast<quint64>(GetParam()) * kLibrariesOfPart;
+    const quint64 first = static_cast<quint64>(GetParam()) * kLibrariesOfShare;
     PinyinText pinyin;
     const qint64 replayed = numberFromEnvironment("TESSARY_DIFFERENTIAL_LIBRARY", -1);
     if (replayed >= 0) {
-        if (static_cast<quint64>(replayed) / kLibrariesOfPart != static_cast<quint64>(GetParam()))
+        if (static_cast<quint64>(replayed) / kLibrariesOfShare != static_cast<quint64>(GetParam()))
             GTEST_SKIP() << "only library " << replayed << " is replayed";
         DifferentialRun run(static_cast<quint64>(replayed), pinyin);
         return run.compare(kPagesOfLibrary);
     }
     const qint64 wanted =
-        numberFromEnvironment("TESSARY_DIFFERENTIAL_COMPARISONS", kDefaultComparisons) / kParts;
+        numberFromEnvironment("TESSARY_DIFFERENTIAL_COMPARISONS", kDefaultComparisons) / kShares;
     qint64 compared = 0;
     qint64 notEmpty = 0;
     qint64 refused = 0;
+    std::array<qint64, kWays> ways{};
     quint64 number = first;
     for (; compared < wanted && !HasFatalFailure(); ++number) {
         DifferentialRun run(number, pinyin);
@@ -173,15 +183,23 @@ TEST_P(SearchDifferentialTest, EveryPageIsThePrescribedOne)
         compared += run.compared();
         notEmpty += run.notEmpty();
         refused += run.refused();
+        std::transform(ways.begin(), ways.end(), run.ways().begin(), ways.begin(), std::plus());
     }
     std::printf(
         "%lld pages of %llu libraries compared, %lld of them not empty; SQLite's own LIKE refused %lld\n",
         static_cast<long long>(compared), static_cast<unsigned long long>(number - first),
         static_cast<long long>(notEmpty), static_cast<long long>(refused));
+    std::printf("prescribed %lld, tested %lld, sorted %lld, met %lld\n", static_cast<long long>(ways[0]),
+                static_cast<long long>(ways[1]), static_cast<long long>(ways[2]),
+                static_cast<long long>(ways[3]));
     EXPECT_GT(notEmpty, compared / 4) << "too few pages say anything";
+    constexpr qint64 kFew = 100;
+    constexpr qint64 kManyLibraries = 10 * kPagesOfLibrary;
+    for (const qint64 count : ways)
+        EXPECT_TRUE(compared < kManyLibraries || count > compared / kFew) << "one way is hardly gone";
 }
 
-INSTANTIATE_TEST_SUITE_P(Parts, SearchDifferentialTest, ::testing::Range(0, kParts));
+INSTANTIATE_TEST_SUITE_P(Shares, SearchDifferentialTest, ::testing::Range(0, kShares));
 
 } // namespace
 } // namespace tessary::testing
