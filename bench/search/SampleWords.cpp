@@ -152,17 +152,15 @@ public:
         return best;
     }
     /// The most frequent word of the oldest texts that no newer one has.
-    [[nodiscard]] QString onlyOld(const Census& all)
+    [[nodiscard]] QString onlyOld()
     {
         constexpr int kTries = 15;
         Census old;
         read(old, 0, firstNewRow());
-        Counts candidates;
-        for (auto word = old.words.constBegin(); word != old.words.constEnd(); ++word) {
-            if (all.words.value(word.key()) <= word.value())
-                candidates.insert(word.key(), word.value());
-        }
-        const QStringList words = byFrequency(candidates);
+        Census newer;
+        read(newer, firstNewRow(), m_last + 1);
+        QStringList words = byFrequency(old.words);
+        words.removeIf([&](const QString& word) { return newer.words.contains(word); });
         for (const QString& word : words.first(std::min<qsizetype>(kTries, words.size()))) {
             if (count(word, firstNewRow()) == 0)
                 return word;
@@ -186,7 +184,7 @@ SampleWords SampleWords::pick(SQLiteConnection& connection)
     words.common = byFrequency(census.words).value(0);
     words.secondCommon = byFrequency(census.words).value(1);
     words.rare = library.rare(census.words, kRareWord);
-    words.onlyOld = library.onlyOld(census);
+    words.onlyOld = library.onlyOld();
     const QStringList pair = byFrequency(census.pairs).value(0).split(QLatin1Char(' '));
     words.firstOfPair = pair.value(0);
     words.secondOfPair = pair.value(1);

@@ -18,7 +18,7 @@ constexpr quint64 kLibrariesOfShare = 1'000'000; // at most; the numbers of the 
 constexpr qint64 kPagesOfLibrary = 1000;
 constexpr qint64 kPagesBetweenChanges = 8;
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-constexpr qint64 kDefaultComparisons = 4000; // sanitised code takes many times as long
+constexpr qint64 kDefaultComparisons = 10'000; // sanitised code takes many times as long
 #else
 constexpr qint64 kDefaultComparisons = 100'000;
 #endif
