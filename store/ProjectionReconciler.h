@@ -22,6 +22,8 @@ public:
 
     /// @throws StoreError, PersistenceError; the projection is then as it was.
     void reconcile();
+    /// Makes the projection anew from the store of record, whatever it holds. @throws the same.
+    void rebuild();
 
 private:
     struct Difference {
@@ -33,7 +35,6 @@ private:
     [[nodiscard]] bool haveEqualSums();
     [[nodiscard]] Difference compare();
     void mend(const QStringList& identifiers);
-    void rebuild();
 
     CoreDataScreenshotStore& m_structuredStore;
     Projection& m_projection;

@@ -2,6 +2,7 @@
 
 #include "base/FreedMemory.h"
 #include "store/CoreDataScreenshotStore.h"
+#include "store/IndexUpkeep.h"
 #include "store/ItemRemover.h"
 #include "store/Projection.h"
 #include "store/ProjectionReconciler.h"
@@ -77,9 +78,11 @@ public:
         record->tags = tags.value_or(record->tags);
         record->note = note.value_or(record->note);
         m_structuredStore.upsert(*record);
+        SQLiteTransaction transaction(projection().connection()); // row and indexes agree, whatever happens
         projection().update("tags_json = ?, note = ?",
                             {QString::fromUtf8(encodeTags(record->tags)), record->note}, id);
         projection().updateSearchIndex(*record);
+        transaction.commit();
     }
 
     /// Changes the item in the store of record, then the given columns of its row.
@@ -127,6 +130,9 @@ public:
 
     LibraryFacets facets() { return projection().facets(); }
 
+    void startIndexCheck() { m_upkeep.startCheck(); }
+    bool keepUpIndex() { return m_upkeep.doPiece(m_structuredStore, projection()); }
+
     /// Opens the projection anew. The full-text engine keeps what it last indexed, and tables as large as
     /// that called for, as long as its connection lives.
     void reopenProjection()
@@ -155,6 +161,7 @@ private:
 
     CoreDataScreenshotStore m_structuredStore;
     ItemRemover m_remover;
+    IndexUpkeep m_upkeep;
     QString m_projectionPath;
     std::optional<Projection> m_projection; // absent when it could not be opened again
 };
@@ -232,7 +239,27 @@ QCoro::Task<bool> SQLiteStore::insert(ScreenshotRecord record)
     const bool wasInserted = co_await work;
     if (record.textContent.size() > kLongText)
         m_lane.postDetached([this] { forgetLongText(); });
+    m_lane.postDetached([this] { keepUpIndex(); });
     co_return wasInserted;
+}
+
+void SQLiteStore::keepUpIndex() noexcept
+{
+    if (m_isUpkeepWaiting || !m_databases)
+        return; // without databases the library is being closed
+    try {
+        m_isUpkeepWaiting = m_databases->keepUpIndex();
+    } catch (const std::exception& error) {
+        qWarning("The index of the library is not complete: %s", error.what());
+    }
+    if (!m_isUpkeepWaiting)
+        return;
+    m_lane.postDetached([this] {
+        m_isUpkeepWaiting = false;
+        keepUpIndex();
+        if (!m_isUpkeepWaiting)
+            returnFreedMemory();
+    });
 }
 
 void SQLiteStore::forgetLongText() noexcept
@@ -247,9 +274,13 @@ void SQLiteStore::forgetLongText() noexcept
 
 QCoro::Task<> SQLiteStore::reconcileProjection()
 {
-    auto work = m_lane.post([this] { m_databases->reconcile(); });
+    auto work = m_lane.post([this] {
+        m_databases->reconcile();
+        m_databases->startIndexCheck();
+    });
     co_await work;
     m_lane.postDetached(&returnFreedMemory);
+    m_lane.postDetached([this] { keepUpIndex(); });
 }
 
 QCoro::Task<> SQLiteStore::registerDuplicate(QString contentHash, Date now)

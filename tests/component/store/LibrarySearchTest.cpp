@@ -169,27 +169,6 @@ TEST_F(LibrarySearchTest, AsManyWordsAsAPageHoldsAreLookedFor)
     EXPECT_THROW((void)found(QStringLiteral("w ").repeated(5000)), StoreError);
 }
 
-TEST_F(LibrarySearchTest, FacetsAreThoseOfTheItemsOutsideTheTrashInTheirOrders)
-{
-    int number = 0;
-    const auto addWith = [&](const std::optional<QString>& app, const QStringList& tags, bool isDeleted) {
-        ScreenshotRecord record = item(QStringLiteral("item%1").arg(++number));
-        record.sourceAppName = app;
-        record.tags = tags;
-        record.isDeleted = isDeleted;
-        add(record);
-    };
-    addWith(QStringLiteral("files"), {QStringLiteral("zebra"), QStringLiteral("Apple")}, false);
-    addWith(QStringLiteral("Terminal"), {QStringLiteral("apple"), QStringLiteral("éclair")}, false);
-    addWith(QStringLiteral("files"), {QStringLiteral("banana"), QStringLiteral("zebra")}, false);
-    addWith(QStringLiteral("  "), {QStringLiteral("Fig")}, false);
-    addWith(std::nullopt, {}, false);
-    addWith(QStringLiteral("Gone"), {QStringLiteral("gone")}, true);
-    const LibraryFacets facets = await(store->facets());
-    EXPECT_EQ(facets.sourceApps.join(u' ').toStdString(), "files Terminal");
-    EXPECT_EQ(facets.tags.join(u' ').toStdString(), "Apple apple banana éclair Fig zebra");
-}
-
 TEST_F(LibrarySearchTest, DamagedTagsAreNone)
 {
     ScreenshotRecord record = item(QStringLiteral("damaged"));
