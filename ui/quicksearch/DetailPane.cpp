@@ -43,7 +43,9 @@ void DetailPane::set(const std::optional<ScreenshotRecord>& record)
         m_picture->clear();
         return;
     }
-    const bool isCut = record->textContent.size() >= kListTextLimit;
+    // The list holds no more than the beginning, and a whole text has all the bytes of its item.
+    const bool isCut = record->textContent.size() >= kListTextLimit &&
+                       record->textContent.toUtf8().size() < record->fileSize;
     m_facts->set(itemFacts(*record, isCut, Calendar::current()),
                  record->sourceAppIconPath.value_or(QString()));
     if (record->contentType == ClipboardContentType::Text) {

@@ -155,7 +155,8 @@ void QuickSearchPanelController::leaveShadowAlone()
 
 void QuickSearchPanelController::panelBecameKey()
 {
-    leaveShadowAlone(); // once more: some window managers only hear of it once X
+    leaveShadowAlone(); // once more: some window managers only hear of it once they manage the window
+    Q_EMIT becameKey(m_panel->winId());
 }
 
 void QuickSearchPanelController::panelResignedKey()

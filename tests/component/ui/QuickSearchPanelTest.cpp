@@ -441,6 +441,14 @@ TEST_F(QuickSearchPanelTest, OfAHugeTextTheBeginningIsShownAndSaidToBeThat)
     EXPECT_EQ(copied.value_or(QByteArray()).size(), 3'000'006);
 }
 
+TEST_F(QuickSearchPanelTest, ATextThatJustFitsIsNotSaidToBeLonger)
+{
+    const QString fitting(kListTextLimit, QLatin1Char('x'));
+    addTexts({fitting});
+    show();
+    EXPECT_TRUE(eventually([&] { return part<TextPage>().shownText() == fitting; }));
+}
+
 TEST_F(QuickSearchPanelTest, TheFilterMenuListsScopesAndSortsAndTicksThoseInForce)
 {
     controller->model().setScope(ScreenshotScope::Today);
