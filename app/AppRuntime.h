@@ -81,8 +81,10 @@ public:
     /// Shows the panel, in front of everything.
     void showQuickSearch();
     void openSettings();
-    /// The panel has the keyboard, or is gone: what was typed since its shortcut may be delivered.
-    void panelSettled() { m_hotKeyService.releaseKeyboard(); }
+    /// The panel is about to have the keyboard: what was typed since its shortcut is for its window.
+    void panelBecameKey(quintptr window) { m_hotKeyService.releaseKeyboardTo(window); }
+    /// The panel is gone: what was typed since its shortcut is for whoever has the keyboard.
+    void panelGaveUpKeyboard() { m_hotKeyService.releaseKeyboard(); }
     /// Recognises the text in a region of the screen that the person drags.
     void performLocalOCR() { m_flows.add(m_localOCR.perform()); }
     /// To be called when the settings of recognition have changed: the recogniser keeps what it began with,

@@ -41,6 +41,8 @@ public:
     EventResult hotKeyPressed(HotKeyIdentifier identifier);
     /// What was typed since a press goes to the window that has the focus.
     void releaseKeyboard() { m_facility.releaseKeyboard(); }
+    /// The same as soon as that window has the focus.
+    void releaseKeyboardTo(quintptr window) { m_facility.releaseKeyboardTo(window); }
 
 private:
     void release(quint32 id);

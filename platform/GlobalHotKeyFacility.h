@@ -33,6 +33,8 @@ public:
     /// Keys that are typed after a press are held back until this is called, half a second at most, and then
     /// go to the window that has the focus: what is typed while a window is still coming up is not lost.
     virtual void releaseKeyboard() = 0;
+    /// The same as soon as that window has the focus.
+    virtual void releaseKeyboardTo(quintptr window) = 0;
     /// Takes effect before a later registration is tried.
     virtual void unregister(Reference reference) = 0;
 };

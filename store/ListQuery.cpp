@@ -25,23 +25,6 @@ constexpr char kKeywordCondition[] = "(\n"
                                      ")\n"
                                      ")";
 
-struct Conditions {
-    QByteArrayList texts;
-    QList<SQLiteValue> bindings;
-
-    void add(const QByteArray& text) { texts.append(text); }
-    void add(const QByteArray& text, const SQLiteValue& value)
-    {
-        texts.append(text);
-        bindings.append(value);
-    }
-};
-
-QString patternOf(const QString& text)
-{
-    return u'%' + text + u'%';
-}
-
 qsizetype wordCount(const QString& text)
 {
     qsizetype count = 0;
@@ -54,41 +37,22 @@ qsizetype wordCount(const QString& text)
     return count;
 }
 
-/// The full-text query for one keyword. Where SQLite would refuse it, and the page with it, or take minutes,
-/// it asks for a phrase without words, which finds nothing, and the texts themselves decide: for asterisks
-/// only, and for words by the hundred with punctuation between them. A NUL would end the query within its
-/// quotes; a space separates words as a NUL in a text does.
-QString fullTextQuery(QString keyword)
-{
-    constexpr qsizetype kLongestPhrase = 200; // words
-    const QString expression = ftsExpression({keyword.replace(QChar(u'\0'), u' ')});
-    if (expression.isEmpty() || wordCount(expression) > kLongestPhrase)
-        return QStringLiteral("\"\"");
-    return expression;
-}
-
-void addQuery(Conditions& conditions, const SearchQuery& query)
+void addTexts(ListConditions& conditions, const SearchQuery& query)
 {
     for (const QString& keyword : query.keywords) {
         conditions.add(kKeywordCondition);
-        const QString pattern = patternOf(keyword);
+        const QString pattern = likePattern(keyword);
         for (int i = 0; i < kPatternsOfKeyword; ++i)
             conditions.bindings.append(pattern);
         conditions.bindings.append(fullTextQuery(keyword));
     }
     if (query.appName)
-        conditions.add("s.source_app_name LIKE ? COLLATE NOCASE", patternOf(*query.appName));
+        conditions.add("s.source_app_name LIKE ? COLLATE NOCASE", likePattern(*query.appName));
     if (query.tagName)
-        conditions.add("s.tags_json LIKE ? COLLATE NOCASE", patternOf(*query.tagName));
-    if (query.before)
-        conditions.add("s.captured_at < ?", sqliteValue(*query.before));
-    if (query.after)
-        conditions.add("s.captured_at >= ?", sqliteValue(*query.after));
-    if (query.favoritesOnly)
-        conditions.add("s.is_favorite = 1");
+        conditions.add("s.tags_json LIKE ? COLLATE NOCASE", likePattern(*query.tagName));
 }
 
-void addScope(Conditions& conditions, const ListRequest& request)
+void addScope(ListConditions& conditions, const ListRequest& request)
 {
     constexpr int kDaysOfWeek = 7;
     constexpr int kDaysOfMonth = 30;
@@ -136,7 +100,40 @@ QByteArray conjunction(const QByteArrayList& conditions)
     return conjunction(groups);
 }
 
-QByteArray orderOf(ScreenshotSort sort)
+} // namespace
+
+QString likePattern(const QString& text)
+{
+    return u'%' + text + u'%';
+}
+
+/// Where SQLite would refuse it, and the page with it, or take minutes,
+/// the phrase without words finds nothing, and the texts themselves decide: for asterisks
+/// only, and for words by the hundred with punctuation between them. A NUL would end the query within its
+/// quotes; a space separates words as a NUL in a text does.
+QString fullTextQuery(QString keyword)
+{
+    constexpr qsizetype kLongestPhrase = 200; // words
+    const QString expression = ftsExpression({keyword.replace(QChar(u'\0'), u' ')});
+    if (expression.isEmpty() || wordCount(expression) > kLongestPhrase)
+        return QStringLiteral("\"\"");
+    return expression;
+}
+
+ListConditions rangeConditions(const SearchQuery& query, const ListRequest& request)
+{
+    ListConditions conditions;
+    if (query.before)
+        conditions.add("s.captured_at < ?", sqliteValue(*query.before));
+    if (query.after)
+        conditions.add("s.captured_at >= ?", sqliteValue(*query.after));
+    if (query.favoritesOnly)
+        conditions.add("s.is_favorite = 1");
+    addScope(conditions, request);
+    return conditions;
+}
+
+QByteArray orderText(ScreenshotSort sort)
 {
     switch (sort) {
     case ScreenshotSort::Relevance:
@@ -152,18 +149,18 @@ QByteArray orderOf(ScreenshotSort sort)
     Q_UNREACHABLE();
 }
 
-} // namespace
-
 ListQuery listQuery(const ListRequest& request)
 {
-    Conditions conditions;
     const SearchQuery query = SearchQueryParser::parse(request.rawQuery, request.calendar);
     if (query.keywords.size() > kMostKeywords)
         throw StoreError(StoreError::Case::Prepare, QStringLiteral("too many words"));
-    addQuery(conditions, query);
-    addScope(conditions, request);
+    ListConditions conditions;
+    addTexts(conditions, query);
+    const ListConditions ranges = rangeConditions(query, request);
+    conditions.texts += ranges.texts;
+    conditions.bindings += ranges.bindings;
     const QByteArray sql = "SELECT " + columnList(kProjectionColumns, "s.") + "\nFROM screenshots s\nWHERE " +
-                           conjunction(conditions.texts) + "\nORDER BY " + orderOf(request.sort) +
+                           conjunction(conditions.texts) + "\nORDER BY " + orderText(request.sort) +
                            "\nLIMIT ? OFFSET ?";
     conditions.bindings.append(static_cast<qint64>(request.limit));
     conditions.bindings.append(static_cast<qint64>(request.offset));

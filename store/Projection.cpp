@@ -1,41 +1,55 @@
 #include "store/Projection.h"
 
+#include "search/SearchQueryParser.h"
 #include "store/FacetQueries.h"
 #include "store/FullTextIdentifiers.h"
 #include "store/LocalizedOrder.h"
 #include "store/ProjectionSchema.h"
 #include "store/RecordColumns.h"
+#include "store/StoreError.h"
 #include "store/TagsCoding.h"
 #include "store/sqlite/LikeFunction.h"
 #include "store/sqlite/SQLiteInterruption.h"
 
 namespace tessary {
-Projection::Projection(const QString& path, const SearchLimits& limits)
-    : m_connection(path),
-      m_reader(path),
-      m_limits(limits)
+
+SQLiteConnection Projection::openedWriter(const QString& path)
 {
-    m_connection.run("PRAGMA journal_mode = WAL");
-    m_connection.run("PRAGMA foreign_keys = ON");
-    m_connection.run("PRAGMA busy_timeout = 5000");
+    SQLiteConnection writer(path);
+    writer.run("PRAGMA journal_mode = WAL");
+    writer.run("PRAGMA foreign_keys = ON");
+    writer.run("PRAGMA busy_timeout = 5000");
     // Not mapped into memory: in a library that lies in the order of arrival a search through everything
     // gains nothing by it, and all that it looked at would count as this process's memory.
     // What a power cut takes from here, the store of record gives back at the next start.
-    m_connection.run("PRAGMA synchronous = NORMAL");
+    writer.run("PRAGMA synchronous = NORMAL");
     // A page that many copies change is written back once for all of them; a log of 8 MB is still modest. One
     // that grew with a rebuild is cut.
-    m_connection.run("PRAGMA wal_autocheckpoint = 2000");
-    m_connection.run("PRAGMA journal_size_limit = 16777216");
-    createProjectionSchema(m_connection);
-    prepareReader();
+    writer.run("PRAGMA wal_autocheckpoint = 2000");
+    writer.run("PRAGMA journal_size_limit = 16777216");
+    createProjectionSchema(writer);
+    return writer;
 }
 
-void Projection::prepareReader()
+SQLiteConnection Projection::openedReader(const QString& path)
 {
-    m_reader.run("PRAGMA busy_timeout = 5000");
-    installLikeFunction(m_reader.handle());
-    installFullTextIdentifiers(m_reader);
-    m_reader.run("PRAGMA query_only = ON");
+    SQLiteConnection reader(path);
+    reader.run("PRAGMA busy_timeout = 5000");
+    installLikeFunction(reader.handle());
+    installFullTextIdentifiers(reader);
+    GramIndex::prepare(reader);
+    reader.run("PRAGMA query_only = ON");
+    return reader;
+}
+
+Projection::Projection(const QString& path, const SearchLimits& limits)
+    : m_connection(openedWriter(path)),
+      m_reader(openedReader(path)),
+      m_grams(m_connection),
+      m_tokenizer(m_reader.handle()),
+      m_orders(m_reader),
+      m_limits(limits)
+{
 }
 
 bool Projection::insertProjection(const ScreenshotRecord& record)
@@ -58,6 +72,7 @@ void Projection::updateSearchIndex(const ScreenshotRecord& record)
                          {id, record.sourceAppName.value_or(QString()), record.tags.join(QLatin1Char(' ')),
                           record.note, record.filename, record.textContent,
                           m_pinyin.searchText(record.searchableText())});
+    m_grams.rowChanged(m_connection.integerResult("SELECT rowid FROM screenshots WHERE id = ?", {id}));
 }
 
 void Projection::update(const QByteArray& assignments, QList<SQLiteValue> values, const QUuid& id)
@@ -77,9 +92,15 @@ void Projection::remove(const QString& idText)
 void Projection::removeAll()
 {
     SQLiteTransaction transaction(m_connection);
-    recreateSearchTable(m_connection);
-    m_connection.run("DELETE FROM screenshots");
+    removeRows();
     transaction.commit();
+}
+
+void Projection::removeRows()
+{
+    recreateSearchTable(m_connection);
+    m_grams.clear();
+    m_connection.run("DELETE FROM screenshots");
 }
 
 LibraryCounts Projection::counts()
@@ -130,11 +151,48 @@ QList<ScreenshotRecord> Projection::records(const QByteArray& sql, const QList<S
 
 QList<ScreenshotRecord> Projection::page(const ListRequest& request, const std::stop_token& stop)
 {
+    const SearchQuery query = SearchQueryParser::parse(request.rawQuery, request.calendar);
+    if (PageSearch::isFor(request, query)) {
+        try {
+            std::optional<QList<ScreenshotRecord>> found = quickPage(request, query, stop);
+            if (found)
+                return *std::move(found);
+        } catch (const StoreError& error) {
+            if (stop.stop_requested())
+                throw;
+            qWarning("The index of the library cannot be searched: %s", error.what());
+            m_grams.invalidate();
+        }
+    }
     return prescribedPage(request, stop);
+}
+
+std::optional<QList<ScreenshotRecord>>
+Projection::quickPage(const ListRequest& request, const SearchQuery& query, const std::stop_token& stop)
+{
+    static const QByteArray itemQuery =
+        "SELECT " + columnList(kProjectionColumns) + " FROM screenshots WHERE rowid = ?";
+    const SQLiteReadTransaction transaction(m_reader);
+    const SQLiteInterruption interruption(m_reader.handle(), stop);
+    PageSearch search(m_reader, m_orders, m_tokenizer, m_limits);
+    const std::optional<QList<qint64>> rows = search.rows(request, query, stop);
+    m_wayOfPage = search.way();
+    if (!rows)
+        return std::nullopt;
+    QList<ScreenshotRecord> found;
+    SQLiteStatement item = m_reader.query(itemQuery);
+    for (const qint64 row : *rows) {
+        item.reset();
+        item.bindInteger(1, row);
+        if (item.nextRow())
+            found.append(decodeProjectionRow(item, request.maximumTextLength));
+    }
+    return found;
 }
 
 QList<ScreenshotRecord> Projection::prescribedPage(const ListRequest& request, const std::stop_token& stop)
 {
+    m_wayOfPage = PageSearch::Way::Prescribed;
     const ListQuery query = listQuery(request);
     const SQLiteInterruption interruption(m_reader.handle(), stop);
     SQLiteStatement rows = m_reader.queryOnce(query.sql, query.bindings);
@@ -144,9 +202,37 @@ QList<ScreenshotRecord> Projection::prescribedPage(const ListRequest& request, c
     return found;
 }
 
-bool Projection::indexGrams(qint64)
+bool Projection::indexGrams(qint64 mostRows)
 {
-    return false;
+    return m_grams.indexMore(mostRows);
+}
+
+bool Projection::isIndexingDue()
+{
+    return lastRow() - GramIndex::indexedThrough(m_connection) >= m_limits.rowsIndexedAtOnce;
+}
+
+void Projection::forgetGrams()
+{
+    m_grams.invalidate();
+}
+
+bool Projection::hasRightGrams(qint64 row)
+{
+    return m_grams.isRightAbout(row);
+}
+
+bool Projection::hasRightSearchRow(qint64 row)
+{
+    return m_connection.integerResult("SELECT EXISTS (SELECT 1 FROM screenshots s "
+                                      "LEFT JOIN screenshots_fts_v5_content f ON f.id = s.rowid "
+                                      "WHERE s.rowid = ? AND f.c0 IS NOT s.id)",
+                                      {row}) == 0;
+}
+
+qint64 Projection::lastRow()
+{
+    return m_connection.integerResult("SELECT max(rowid) FROM screenshots");
 }
 
 LibraryFacets Projection::facets()

@@ -5,6 +5,10 @@
 #include "store/PinyinText.h"
 #include "store/ScreenshotRecord.h"
 #include "store/SearchLimits.h"
+#include "store/grams/GramIndex.h"
+#include "store/search/FullTextPhrase.h"
+#include "store/search/ListOrder.h"
+#include "store/search/PageSearch.h"
 #include "store/sqlite/SQLiteConnection.h"
 
 #include <stop_token>
@@ -31,6 +35,8 @@ public:
     void remove(const QString& idText);
     /// Removes all of them, in one transaction.
     void removeAll();
+    /// The same within a transaction of the caller's.
+    void removeRows();
     [[nodiscard]] LibraryCounts counts();
 
     [[nodiscard]] qint64 rowCount();
@@ -42,12 +48,24 @@ public:
     /// One page of a list, by whichever way is quick; contents are cut as in `decodeProjectionRow`. Once a
     /// stop is requested it ends early with an error.
     [[nodiscard]] QList<ScreenshotRecord> page(const ListRequest& request, const std::stop_token& stop);
+    /// How the last page was found.
+    [[nodiscard]] PageSearch::Way wayOfPage() const { return m_wayOfPage; }
     /// The same page by the one query that defines it.
     [[nodiscard]] QList<ScreenshotRecord> prescribedPage(const ListRequest& request,
                                                          const std::stop_token& stop);
+    /// Whether new rows have become so many that `indexGrams` is worth its transaction.
+    [[nodiscard]] bool isIndexingDue();
     /// Makes up to so many rows more findable by their grams, in one transaction.
     /// @returns whether there may be more to do.
     bool indexGrams(qint64 mostRows);
+    /// So that all of them are to be indexed again.
+    void forgetGrams();
+    /// Whether the row, if there is one, can be found by all that it holds.
+    [[nodiscard]] bool hasRightGrams(qint64 row);
+    /// Whether the full-text row of that row id is that of the item, if there is one.
+    [[nodiscard]] bool hasRightSearchRow(qint64 row);
+    /// The highest row id of an item, 0 without any.
+    [[nodiscard]] qint64 lastRow();
     /// What the items outside the trash can be narrowed to.
     [[nodiscard]] LibraryFacets facets();
     /// Rows of a query that selects the columns in the order of `kProjectionColumns`.
@@ -55,12 +73,19 @@ public:
                                                   const QList<SQLiteValue>& bindings = {});
 
 private:
-    void prepareReader();
+    [[nodiscard]] static SQLiteConnection openedWriter(const QString& path);
+    [[nodiscard]] static SQLiteConnection openedReader(const QString& path);
+    [[nodiscard]] std::optional<QList<ScreenshotRecord>>
+    quickPage(const ListRequest& request, const SearchQuery& query, const std::stop_token& stop);
 
     SQLiteConnection m_connection;
     SQLiteConnection m_reader; ///< Lists only. So a query can be interrupted, and no change ever is.
+    GramIndex m_grams;
+    FullTextTokenizer m_tokenizer;
+    ListOrders m_orders;
     PinyinText m_pinyin;
     SearchLimits m_limits;
+    PageSearch::Way m_wayOfPage = PageSearch::Way::Prescribed;
 };
 
 } // namespace tessary

@@ -132,8 +132,7 @@ void ProjectionReconciler::mend(const QStringList& identifiers)
 void ProjectionReconciler::rebuild()
 {
     SQLiteTransaction transaction(m_projection.connection());
-    recreateSearchTable(m_projection.connection());
-    m_projection.connection().run("DELETE FROM screenshots");
+    m_projection.removeRows();
     SQLiteStatement rows = m_structuredStore.rowsInStoredOrder();
     while (rows.nextRow()) {
         const ScreenshotRecord record = CoreDataScreenshotStore::decode(rows);

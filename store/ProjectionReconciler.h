@@ -52,6 +52,8 @@ public:
     /// The same without reading everything again. @param changeCountThen from before the comparison: what
     /// was changed since, it may have missed.
     bool reconcile(Outcome outcome, qint64 changeCountThen);
+    /// Makes the projection anew from the store of record, whatever it holds. @throws the same.
+    void rebuild();
 
 private:
     struct Difference {
@@ -63,7 +65,6 @@ private:
     void adoptProjection();
     [[nodiscard]] Difference compare();
     void mend(const QStringList& identifiers);
-    void rebuild();
 
     CoreDataScreenshotStore& m_structuredStore;
     Projection& m_projection;

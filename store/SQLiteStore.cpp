@@ -2,6 +2,7 @@
 
 #include "base/FreedMemory.h"
 #include "store/CoreDataScreenshotStore.h"
+#include "store/IndexUpkeep.h"
 #include "store/ItemRemover.h"
 #include "store/LibraryComparison.h"
 #include "store/Projection.h"
@@ -79,9 +80,11 @@ public:
         record->tags = tags.value_or(record->tags);
         record->note = note.value_or(record->note);
         m_structuredStore.upsert(*record);
+        SQLiteTransaction transaction(projection().connection()); // row and indexes agree, whatever happens
         projection().update("tags_json = ?, note = ?",
                             {QString::fromUtf8(encodeTags(record->tags)), record->note}, id);
         projection().updateSearchIndex(*record);
+        transaction.commit();
     }
 
     /// Changes the item in the store of record, then the given columns of its row.
@@ -129,6 +132,9 @@ public:
 
     LibraryFacets facets() { return projection().facets(); }
 
+    void startIndexCheck() { m_upkeep.startCheck(); }
+    bool keepUpIndex() { return m_upkeep.doPiece(m_structuredStore, projection()); }
+
     /// Opens the projection anew. The full-text engine keeps what it last indexed, and tables as large as
     /// that called for, as long as its connection lives.
     void reopenProjection()
@@ -157,6 +163,7 @@ private:
 
     CoreDataScreenshotStore m_structuredStore;
     ItemRemover m_remover;
+    IndexUpkeep m_upkeep;
     QString m_projectionPath;
     std::optional<Projection> m_projection; // absent when it could not be opened again
 };
@@ -242,7 +249,27 @@ QCoro::Task<bool> SQLiteStore::insert(ScreenshotRecord record)
     const bool wasInserted = co_await work;
     if (record.textContent.size() > kLongText)
         m_lane.postDetached([this] { forgetLongText(); });
+    m_lane.postDetached([this] { keepUpIndex(); });
     co_return wasInserted;
+}
+
+void SQLiteStore::keepUpIndex() noexcept
+{
+    if (m_isUpkeepWaiting || !m_databases)
+        return; // without databases the library is being closed
+    try {
+        m_isUpkeepWaiting = m_databases->keepUpIndex();
+    } catch (const std::exception& error) {
+        qWarning("The index of the library is not complete: %s", error.what());
+    }
+    if (!m_isUpkeepWaiting)
+        return;
+    m_lane.postDetached([this] {
+        m_isUpkeepWaiting = false;
+        keepUpIndex();
+        if (!m_isUpkeepWaiting)
+            returnFreedMemory();
+    });
 }
 
 void SQLiteStore::forgetLongText() noexcept
@@ -266,10 +293,14 @@ QCoro::Task<bool> SQLiteStore::reconcileProjection(std::stop_token stop)
     const ProjectionReconciler::Outcome outcome = co_await comparing;
     if (stop.stop_requested())
         co_return false;
-    auto work = m_lane.post(
-        [this, outcome, changeCount] { return m_databases->reconciler().reconcile(outcome, changeCount); });
+    auto work = m_lane.post([this, outcome, changeCount] {
+        const bool hasToChange = m_databases->reconciler().reconcile(outcome, changeCount);
+        m_databases->startIndexCheck();
+        return hasToChange;
+    });
     const bool wasChanged = co_await work;
     m_lane.postDetached(&returnFreedMemory);
+    m_lane.postDetached([this] { keepUpIndex(); });
     co_return wasChanged;
 }
 

@@ -76,10 +76,13 @@ private:
 
     /// On the lane: gives back the memory that indexing a long text took.
     void forgetLongText() noexcept;
+    /// On the lane: a piece of the index's upkeep, and the next one behind what waits by then.
+    void keepUpIndex() noexcept;
 
     QString m_path;
     std::unique_ptr<Milestone> m_mayWrite;  // reached but while the projection is compared
     std::unique_ptr<Databases> m_databases; // touched only on the lane
+    bool m_isUpkeepWaiting = false;         // likewise; the next piece is among what waits
     SerialLane m_lane;
 };
 

@@ -7,10 +7,11 @@ namespace tessary {
 /// Where a search changes its way. The same page comes out whatever they are; tests make them small, so that
 /// small libraries are searched in every way.
 struct SearchLimits {
-    int rowsBetweenLooks = 200;  ///< Rows that are tested before it is asked whether enough of them match.
-    int mostTested = 4000;       ///< Rows that are tested one after the other before the index is asked.
-    qsizetype mostSorted = 5000; ///< Candidates that are put in order themselves instead of being met in it.
-    qint64 mostUnindexed = 2000; ///< Rows not yet indexed that are taken for candidates.
+    int rowsBetweenLooks = 100;   ///< Rows that are tested before it is asked whether enough of them match.
+    int mostTested = 4000;        ///< Rows that are tested one after the other before the index is asked.
+    qsizetype mostSorted = 5000;  ///< Candidates that are put in order themselves instead of being met in it.
+    qsizetype mostListed = 60000; ///< Rows that one word is asked for, unless every word has more.
+    qint64 mostUnindexed = 2000;  ///< Rows not yet indexed that are taken for candidates.
     qint64 rowsIndexedAtOnce = 256; ///< New rows wait until they are so many.
 };
 

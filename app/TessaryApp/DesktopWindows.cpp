@@ -81,8 +81,10 @@ void DesktopWindows::attach(AppRuntime& runtime)
     m_previewSurroundings =
         std::make_unique<PreviewSurroundings>(m_theme, FileImageCache::sharedImage, loadPart);
     m_quickSearch = std::make_unique<QuickSearchPanelController>(runtime, m_theme, m_effects);
-    connect(m_quickSearch.get(), &QuickSearchPanelController::keyboardSettled, &runtime,
-            &AppRuntime::panelSettled);
+    connect(m_quickSearch.get(), &QuickSearchPanelController::becameKey, &runtime,
+            &AppRuntime::panelBecameKey);
+    connect(m_quickSearch.get(), &QuickSearchPanelController::gaveUpKeyboard, &runtime,
+            &AppRuntime::panelGaveUpKeyboard);
 }
 
 void DesktopWindows::detach()

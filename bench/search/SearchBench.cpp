@@ -124,15 +124,15 @@ void addAll()
         ScreenshotSort::FileSize, 0);
     const std::map<QString, QString> keywords{
         {QStringLiteral("none"), QStringLiteral("qqzzxxyy")},
-        {QStringLiteral("rare"), QStringLiteral("4321")},
+        {QStringLiteral("rare"), QStringLiteral("zshisms")},
         {QStringLiteral("common"), QStringLiteral("the")},
         {QStringLiteral("one_letter"), QStringLiteral("e")},
-        {QStringLiteral("two"), QStringLiteral("the 会议")},
+        {QStringLiteral("two"), QStringLiteral("the 系统")},
         {QStringLiteral("two_one_without_match"), QStringLiteral("the qqzzxxyy")},
-        {QStringLiteral("chinese"), QStringLiteral("会议")},
-        {QStringLiteral("one_character"), QStringLiteral("我")},
-        {QStringLiteral("pinyin"), QStringLiteral("huoguo")},
-        {QStringLiteral("pinyin_syllable"), QStringLiteral("guo")}};
+        {QStringLiteral("chinese"), QStringLiteral("系统")},
+        {QStringLiteral("one_character"), QStringLiteral("的")},
+        {QStringLiteral("pinyin"), QStringLiteral("xitong")},
+        {QStringLiteral("pinyin_syllable"), QStringLiteral("tong")}};
     for (const auto& [name, text] : keywords)
         add(QStringLiteral("keyword_") + name, keyword, text);
     add(QStringLiteral("facets"), facets);

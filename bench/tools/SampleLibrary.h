@@ -7,7 +7,8 @@
 namespace tessary::bench {
 
 /// Items of a library as somebody has it after a while: mostly texts, and for every thirtieth item a picture
-/// without its files. The same ones every time.
+/// without its files. Some of the oldest texts are about what later ones never mention. The same ones every
+/// time.
 class SampleLibrary {
 public:
     explicit SampleLibrary(AppPaths paths);
@@ -25,6 +26,7 @@ private:
     AppPaths m_paths;
     SampleTexts m_texts;
     qint64 m_number = 0;
+    qint64 m_former = 0; // the last item among the oldest
 };
 
 } // namespace tessary::bench

@@ -35,6 +35,11 @@ public:
         co_return reference;
     }
     void releaseKeyboard() override { ++m_releases; }
+    void releaseKeyboardTo(quintptr window) override
+    {
+        m_receiver = window;
+        ++m_releases;
+    }
     void unregister(Reference reference) override { m_registered.remove(reference); }
 
     /// Another program holds the combination.
@@ -44,6 +49,8 @@ public:
     [[nodiscard]] int registrations() const { return static_cast<int>(m_registered.size()); }
     /// How often what was typed after a press was let go.
     [[nodiscard]] int keyboardReleases() const { return m_releases; }
+    /// The window that it was let go to last.
+    [[nodiscard]] quintptr keyboardReceiver() const { return m_receiver; }
     /// Somebody presses the combination; nothing happens when it is not registered.
     void press(Combination combination)
     {
@@ -80,6 +87,7 @@ private:
     QHash<Reference, Registration> m_registered;
     Reference m_lastReference = 0;
     int m_releases = 0;
+    quintptr m_receiver = 0;
     QObject m_context;
 };
 

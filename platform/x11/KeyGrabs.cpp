@@ -1,6 +1,7 @@
 #include "platform/x11/KeyGrabs.h"
 
 #include "platform/x11/KeyRepeat.h"
+#include "platform/x11/WindowFocus.h"
 #include "platform/x11/XcbReply.h"
 
 #include <algorithm>
@@ -16,6 +17,7 @@ constexpr unsigned kModifierBits = 0xff;
 using Clock = std::chrono::steady_clock;
 constexpr std::chrono::milliseconds kLongestFreeze{500};
 constexpr std::chrono::milliseconds kHeldKeyPoll{40};
+constexpr std::chrono::milliseconds kFocusPoll{2};
 /// Keys repeat a little sooner than they should.
 constexpr std::chrono::milliseconds kRepeatTolerance{20};
 
@@ -128,7 +130,20 @@ void KeyGrabs::press(const xcb_key_press_event_t& event)
 void KeyGrabs::releaseKeyboard()
 {
     m_loop.cancel(std::exchange(m_release, 0));
+    m_loop.cancel(std::exchange(m_focusPoll, 0));
     xcb_ungrab_keyboard(m_loop.connection(), XCB_CURRENT_TIME);
+}
+
+/// What a toolkit says of its window is not enough: Qt was seen to call one active some milliseconds before
+/// the window manager gave it the focus, and what had been typed went to the window before.
+void KeyGrabs::releaseKeyboardTo(xcb_window_t window)
+{
+    if (m_release == 0)
+        return; // nothing is frozen
+    if (hasFocus(m_loop, window))
+        return releaseKeyboard();
+    m_loop.cancel(m_focusPoll);
+    m_focusPoll = m_loop.runAt(Clock::now() + kFocusPoll, [this, window] { releaseKeyboardTo(window); });
 }
 
 /// Whether a press is only a key that goes on being held. Its releases go to other windows, so we look for

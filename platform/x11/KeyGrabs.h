@@ -29,6 +29,8 @@ public:
     void remove(Reference reference);
     /// Ends what a press froze.
     void releaseKeyboard();
+    /// The same as soon as that window has the focus, which is looked for every 2 ms.
+    void releaseKeyboardTo(xcb_window_t window);
     void handle(const xcb_generic_event_t& event);
 
 private:
@@ -61,6 +63,7 @@ private:
     std::map<xcb_keycode_t, HeldKey> m_held;
     std::chrono::milliseconds m_repeatDelay{0}; // of the last press that was none
     X11EventLoop::TimerId m_release = 0;        // of a keyboard that nobody released
+    X11EventLoop::TimerId m_focusPoll = 0;      // for the window that it is to be released to
 };
 
 } // namespace tessary

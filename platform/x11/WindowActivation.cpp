@@ -3,6 +3,10 @@
 #include "platform/x11/WindowFocus.h"
 #include "platform/x11/WindowProperties.h"
 
+#include <utility>
+
+#include <unistd.h>
+
 namespace tessary {
 namespace {
 
@@ -11,6 +15,10 @@ const QByteArray kCheck("_NET_SUPPORTING_WM_CHECK");
 /// From a pager or the like, at the person's command: window managers grant that where they would take a
 /// program's own wish for an intrusion.
 constexpr uint32_t kSourceIsPerson = 2;
+
+/// With a window manager that is busy: openbox, for one, reads its keys anew for a tenth of a second whenever
+/// a tool that types changes the keyboard's map.
+constexpr std::chrono::seconds kPatience{2};
 
 } // namespace
 
@@ -27,7 +35,7 @@ void WindowActivation::request(const RunningApplication& application, std::funct
         if (time == XCB_CURRENT_TIME)
             return done(false);
         ask(window, time);
-        done(true);
+        awaitManager(done);
     });
 }
 
@@ -39,6 +47,46 @@ void WindowActivation::request(xcb_window_t window)
 bool WindowActivation::isActive(const RunningApplication& application)
 {
     return hasKeyboard(m_loop, application);
+}
+
+void WindowActivation::handleEvent(const xcb_generic_event_t& event)
+{
+    m_time.handleEvent(event);
+    if ((event.response_type & 0x7f) != XCB_PROPERTY_NOTIFY || m_waiting.empty())
+        return;
+    const auto& change = reinterpret_cast<const xcb_property_notify_event_t&>(event);
+    const bool isActiveWindow =
+        change.window == m_loop.root() && change.atom == m_loop.atoms().atom("_NET_ACTIVE_WINDOW");
+    if (isActiveWindow && !isOursActive())
+        answerWaiting();
+}
+
+void WindowActivation::connectionLost()
+{
+    m_time.connectionLost();
+    answerWaiting();
+}
+
+bool WindowActivation::isOursActive()
+{
+    const xcb_window_t active = activeWindow(m_loop);
+    return active != XCB_WINDOW_NONE && processOf(m_loop, active) == ::getpid();
+}
+
+void WindowActivation::awaitManager(std::function<void(bool)> done)
+{
+    if (!isOursActive())
+        return done(true);
+    m_waiting.push_back(std::move(done));
+    if (m_waiting.size() == 1)
+        m_patience = m_loop.runAt(std::chrono::steady_clock::now() + kPatience, [this] { answerWaiting(); });
+}
+
+void WindowActivation::answerWaiting()
+{
+    m_loop.cancel(m_patience);
+    for (const auto& done : std::exchange(m_waiting, {}))
+        done(true);
 }
 
 /// The property outlives a window manager that crashed, the window that it names does not.

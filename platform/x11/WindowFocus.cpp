@@ -71,6 +71,11 @@ bool isWindowOf(X11EventLoop& loop, const RunningApplication& application)
     return attributes && processOf(loop, window) == application.processIdentifier;
 }
 
+bool hasFocus(X11EventLoop& loop, xcb_window_t window)
+{
+    return isInside(loop.connection(), focusedWindow(loop.connection()), window);
+}
+
 bool hasKeyboard(X11EventLoop& loop, const RunningApplication& application)
 {
     const xcb_window_t active = activeWindow(loop);
@@ -79,7 +84,7 @@ bool hasKeyboard(X11EventLoop& loop, const RunningApplication& application)
     const bool isTheirs =
         active == application.window ||
         (application.processIdentifier > 0 && processOf(loop, active) == application.processIdentifier);
-    return isTheirs && isInside(loop.connection(), focusedWindow(loop.connection()), active);
+    return isTheirs && hasFocus(loop, active);
 }
 
 } // namespace tessary

@@ -16,6 +16,9 @@ namespace tessary {
 /// Whether the window is still there and still that program's: numbers of windows are used again.
 [[nodiscard]] bool isWindowOf(X11EventLoop& loop, const RunningApplication& application);
 
+/// Whether keys go to that window, or to one inside it.
+[[nodiscard]] bool hasFocus(X11EventLoop& loop, xcb_window_t window);
+
 /// Whether that window, or another one of its process, is active and has the keyboard.
 [[nodiscard]] bool hasKeyboard(X11EventLoop& loop, const RunningApplication& application);
 

@@ -40,6 +40,11 @@ void X11GlobalHotKeys::releaseKeyboard()
     m_loop.post([this] { m_grabs.releaseKeyboard(); });
 }
 
+void X11GlobalHotKeys::releaseKeyboardTo(quintptr window)
+{
+    m_loop.post([this, window] { m_grabs.releaseKeyboardTo(static_cast<xcb_window_t>(window)); });
+}
+
 void X11GlobalHotKeys::unregister(Reference reference)
 {
     m_loop.post([this, reference] { m_grabs.remove(reference); });

@@ -23,6 +23,7 @@ public:
     [[nodiscard]] QCoro::Task<std::optional<Reference>> registerHotKey(quint32 keyCode, quint32 modifiers,
                                                                        HotKeyIdentifier identifier) override;
     void releaseKeyboard() override;
+    void releaseKeyboardTo(quintptr window) override;
     void unregister(Reference reference) override;
 
 private:

@@ -128,6 +128,20 @@ SQLiteTransaction::~SQLiteTransaction()
     }
 }
 
+SQLiteReadTransaction::SQLiteReadTransaction(SQLiteConnection& connection) : m_connection(connection)
+{
+    m_connection.run("BEGIN");
+}
+
+SQLiteReadTransaction::~SQLiteReadTransaction()
+{
+    try {
+        m_connection.run("ROLLBACK");
+    } catch (const StoreError& error) {
+        qWarning("A query of the library could not be ended: %s", error.what());
+    }
+}
+
 void SQLiteTransaction::commit()
 {
     m_connection.run("COMMIT");

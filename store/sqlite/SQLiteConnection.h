@@ -74,4 +74,17 @@ private:
     bool m_open = true;
 };
 
+/// While it lives, all queries see the database as it is when the first of them begins.
+class SQLiteReadTransaction {
+public:
+    /// @throws StoreError (Execute).
+    explicit SQLiteReadTransaction(SQLiteConnection& connection);
+    ~SQLiteReadTransaction();
+    SQLiteReadTransaction(const SQLiteReadTransaction&) = delete;
+    SQLiteReadTransaction& operator=(const SQLiteReadTransaction&) = delete;
+
+private:
+    SQLiteConnection& m_connection;
+};
+
 } // namespace tessary

@@ -53,6 +53,22 @@ void SQLiteStatement::bindBlob(int index, QByteArrayView bytes)
                               static_cast<sqlite3_uint64>(bytes.size()), SQLITE_TRANSIENT));
 }
 
+void SQLiteStatement::bindText(int index, QByteArrayView utf8)
+{
+    check(sqlite3_bind_text64(m_statement.get(), index, utf8.data(), static_cast<sqlite3_uint64>(utf8.size()),
+                              SQLITE_TRANSIENT, SQLITE_UTF8));
+}
+
+void SQLiteStatement::bindInteger(int index, qint64 value)
+{
+    check(sqlite3_bind_int64(m_statement.get(), index, value));
+}
+
+void SQLiteStatement::reset()
+{
+    sqlite3_reset(m_statement.get()); // tells once more how the last step ended
+}
+
 bool SQLiteStatement::step()
 {
     const int result = sqlite3_step(m_statement.get());

@@ -24,6 +24,12 @@ public:
     void bind(const QList<SQLiteValue>& values);
     /// @throws StoreError (Execute).
     void bindBlob(int index, QByteArrayView bytes);
+    /// UTF-8. @throws StoreError (Execute).
+    void bindText(int index, QByteArrayView utf8);
+    /// @throws StoreError (Execute).
+    void bindInteger(int index, qint64 value);
+    /// Back before the first row; what is bound stays bound.
+    void reset();
     /// One step. @returns whether there is a row. @throws StoreError (Execute).
     bool step();
     /// One step of a statement that lists rows. @throws StoreError (Prepare).

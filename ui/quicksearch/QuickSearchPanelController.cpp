@@ -106,7 +106,7 @@ void QuickSearchPanelController::timerEvent(QTimerEvent* event)
     if (event->timerId() != m_settling.timerId())
         return QObject::timerEvent(event);
     m_settling.stop();
-    Q_EMIT keyboardSettled();
+    Q_EMIT becameKey(m_panel->winId());
 }
 
 void QuickSearchPanelController::hide()
@@ -117,7 +117,7 @@ void QuickSearchPanelController::hide()
     m_panel->hide();
     m_model.setQuery({}); // so that the next show starts with the whole list at once
     m_rest.start();
-    Q_EMIT keyboardSettled();
+    Q_EMIT gaveUpKeyboard();
 }
 
 bool QuickSearchPanelController::isVisible() const
@@ -155,8 +155,7 @@ void QuickSearchPanelController::leaveShadowAlone()
 
 void QuickSearchPanelController::panelBecameKey()
 {
-    leaveShadowAlone(); // once more: some window managers only hear of it once they manage the window
-    Q_EMIT keyboardSettled();
+    leaveShadowAlone(); // once more: some window managers only hear of it once X
 }
 
 void QuickSearchPanelController::panelResignedKey()

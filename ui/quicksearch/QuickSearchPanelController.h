@@ -37,8 +37,10 @@ public:
     [[nodiscard]] static QPoint place(const QRect& visibleFrame, const QSize& size);
 
 Q_SIGNALS:
-    /// The panel has the keyboard, or will not get it.
-    void keyboardSettled();
+    /// The toolkit takes that window of the panel for the one with the keyboard, which may be a little early.
+    void becameKey(quintptr window);
+    /// The panel is gone.
+    void gaveUpKeyboard();
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;

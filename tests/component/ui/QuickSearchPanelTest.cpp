@@ -204,10 +204,13 @@ TEST_F(QuickSearchPanelTest, EscapeAndTheShortcutHideIt)
 
 TEST_F(QuickSearchPanelTest, WhatWasTypedMeanwhileIsDeliveredOnceItHasTheKeyboard)
 {
-    QObject::connect(&*controller, &QuickSearchPanelController::keyboardSettled, &runtime,
-                     &AppRuntime::panelSettled);
+    QObject::connect(&*controller, &QuickSearchPanelController::becameKey, &runtime,
+                     &AppRuntime::panelBecameKey);
+    QObject::connect(&*controller, &QuickSearchPanelController::gaveUpKeyboard, &runtime,
+                     &AppRuntime::panelGaveUpKeyboard);
     show();
     EXPECT_TRUE(eventually([&] { return hotKeys.keyboardReleases() == 1; }));
+    EXPECT_EQ(hotKeys.keyboardReceiver(), controller->panel().winId());
     press(Qt::Key_Escape);
     EXPECT_EQ(hotKeys.keyboardReleases(), 2);
 }

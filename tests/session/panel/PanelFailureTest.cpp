@@ -2,11 +2,31 @@
 #include "tests/session/panel/PanelSession.h"
 #include "tests/support/RecordSamples.h"
 
+#include <QDir>
+
 #include <csignal>
 
 namespace tessary::testing {
 
 namespace {
+
+/// The process of this desktop's window manager; 0 when there is none.
+pid_t windowManager()
+{
+    const QByteArray ours = "RIG_DIR=" + qgetenv("RIG_DIR");
+    const QList<QByteArray> names{"openbox\n", "xfwm4\n", "kwin_x11\n"};
+    const auto contents = [](const QString& path) {
+        QFile file(path);
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    };
+    for (const QString& process : QDir(QStringLiteral("/proc")).entryList(QDir::Dirs)) {
+        const QString place = QStringLiteral("/proc/%1/").arg(process);
+        if (names.contains(contents(place + QLatin1String("comm"))) &&
+            contents(place + QLatin1String("environ")).split('\0').contains(ours))
+            return process.toInt();
+    }
+    return 0;
+}
 
 class PanelFailureTest : public PanelSession {
 protected:
@@ -57,6 +77,23 @@ TEST_F(PanelFailureTest, ATargetThatHangsDoesNotHoldUpThePanel)
     type(QStringLiteral("still quick"));
     EXPECT_EQ(cutField(), QStringLiteral("still quick"));
     target.process().kill(SIGCONT);
+}
+
+TEST_F(PanelFailureTest, AWindowManagerThatIsBusyIsWaitedFor)
+{
+    startWithItem();
+    PasteTarget& target = open(PasteTarget::Kind::Gtk3);
+    ASSERT_TRUE(opensPanel());
+    ASSERT_TRUE(lists(1));
+    const pid_t manager = windowManager();
+    ASSERT_GT(manager, 0);
+    ::kill(manager, SIGSTOP);
+    press("Return");
+    EXPECT_FALSE(eventually([this] { return tessary().output().contains(QStringLiteral("无法切回原来的")); },
+                            std::chrono::seconds(1)));
+    ::kill(manager, SIGCONT);
+    EXPECT_TRUE(arrives(target, QStringLiteral("the item")));
+    EXPECT_TRUE(goes());
 }
 
 TEST_F(PanelFailureTest, APictureWhoseFileIsGoneLeavesTheClipboardAsItWas)

@@ -25,6 +25,25 @@ TEST_F(PanelTypingTest, WhatIsTypedRightAfterTheShortcutIsInTheFieldWhole)
     }
 }
 
+TEST_F(PanelTypingTest, LettersPressedTogetherWithTheShortcutAreInTheField)
+{
+    constexpr int kTimes = 20;
+    startWithPanel();
+    PasteTarget& target = open(PasteTarget::Kind::Gtk3);
+    for (int time = 0; time < kTimes; ++time) {
+        xdotool({QStringLiteral("key"), QStringLiteral("--delay"), QStringLiteral("0"),
+                 QLatin1String(kShortcut), QStringLiteral("o"), QStringLiteral("n"), QStringLiteral("e"),
+                 time % 2 == 0 ? QStringLiteral("x") : QStringLiteral("y")});
+        ASSERT_TRUE(comes());
+        ASSERT_EQ(cutField(), time % 2 == 0 ? QStringLiteral("onex") : QStringLiteral("oney"))
+            << "time " << time;
+        press("Escape");
+        ASSERT_TRUE(goes());
+        ASSERT_TRUE(isInFront("target"));
+    }
+    EXPECT_EQ(target.text(), QString());
+}
+
 } // namespace
 
 } // namespace tessary::testing

@@ -1,0 +1,220 @@
+#include "store/grams/GramIndex.h"
+
+#include "store/StoreError.h"
+#include "store/grams/GramTokenizer.h"
+#include "store/grams/TextGrams.h"
+#include "store/search/SearchedColumns.h"
+
+#include <QElapsedTimer>
+
+#include <algorithm>
+
+namespace tessary {
+namespace {
+
+/// Grows with every change of what a gram is and of what is indexed.
+constexpr qint64 kRules = 1;
+constexpr qint64 kLongWork = 20; // milliseconds; searches wait meanwhile
+constexpr qsizetype kMostAsked = 6;
+
+/// The full-text engine drops no table that it cannot read. With these, its own in their first state, it can.
+constexpr char kEmptyTables[] = R"(
+DROP TABLE IF EXISTS screenshots_grams_data;
+DROP TABLE IF EXISTS screenshots_grams_idx;
+DROP TABLE IF EXISTS screenshots_grams_config;
+CREATE TABLE screenshots_grams_data(id INTEGER PRIMARY KEY, block BLOB);
+CREATE TABLE screenshots_grams_idx(segid, term, pgno, PRIMARY KEY(segid, term)) WITHOUT ROWID;
+CREATE TABLE screenshots_grams_config(k PRIMARY KEY, v) WITHOUT ROWID;
+INSERT INTO screenshots_grams_data VALUES (1, x''), (10, x'00000000000000');
+INSERT INTO screenshots_grams_config VALUES ('version', 4);
+)";
+
+/// The row's texts, with `TextGrams::kBorder` between them.
+QByteArray joinedTexts()
+{
+    QByteArrayList columns;
+    for (const char* column : kSearchedColumns)
+        columns.append(QByteArray("coalesce(") + column + ", '')");
+    return columns.join(" || x'FF' || ");
+}
+
+QByteArray quoted(QByteArray gram)
+{
+    return '"' + gram.replace("\"", "\"\"") + '"';
+}
+
+/// So many of them, from everywhere.
+QList<QByteArray> some(const QList<QByteArray>& grams, qsizetype most)
+{
+    if (grams.size() <= most)
+        return grams;
+    QList<QByteArray> chosen;
+    for (qsizetype i = 0; i < most; ++i)
+        chosen.append(grams.at(i * (grams.size() - 1) / (most - 1)));
+    return chosen;
+}
+
+QByteArray allOf(QList<QByteArray> grams, qsizetype most)
+{
+    grams.removeIf([seen = QSet<QByteArray>()](const QByteArray& gram) mutable {
+        const bool isKnown = seen.contains(gram);
+        seen.insert(gram);
+        return isKnown;
+    });
+    QByteArrayList pieces;
+    for (const QByteArray& gram : some(grams, most))
+        pieces.append(quoted(gram));
+    return pieces.join(" AND ");
+}
+
+/// The text between what LIKE takes for any character or any run of them.
+QList<QByteArray> literalPieces(const QString& keyword)
+{
+    QByteArray text = keyword.toUtf8();
+    return text.replace('_', '%').split('%');
+}
+
+/// A letter alone is in most texts.
+bool isSelective(const QByteArray& beginning)
+{
+    return beginning.size() > 1;
+}
+
+} // namespace
+
+void GramIndex::prepare(const SQLiteConnection& connection)
+{
+    installGramTokenizer(connection.handle());
+}
+
+GramIndex::GramIndex(SQLiteConnection& connection) : m_connection(connection)
+{
+    prepare(m_connection);
+    const bool isThere = m_connection.integerResult("SELECT count(*) FROM sqlite_schema WHERE name IN "
+                                                    "('gram_state', 'screenshots_grams')") == 2;
+    if (isThere && isValid())
+        return;
+    SQLiteTransaction transaction(m_connection);
+    clear();
+    transaction.commit();
+}
+
+void GramIndex::create()
+{
+    m_connection.run(QByteArray("CREATE VIRTUAL TABLE screenshots_grams USING fts5(texts, content = '', "
+                                "columnsize = 0, detail = none, tokenize = '") +
+                     kGramTokenizer + "')");
+    m_connection.run("CREATE TABLE gram_state (rules INTEGER NOT NULL, indexed_through INTEGER NOT NULL)");
+    m_connection.execute("INSERT INTO gram_state VALUES (?, 0)", {kRules});
+}
+
+void GramIndex::clear()
+{
+    try {
+        m_connection.run("DROP TABLE IF EXISTS screenshots_grams");
+    } catch (const StoreError&) {
+        m_connection.run(kEmptyTables);
+        m_connection.run("DROP TABLE screenshots_grams");
+    }
+    m_connection.run("DROP TABLE IF EXISTS gram_state");
+    create();
+}
+
+QByteArray GramIndex::query(const QString& keyword)
+{
+    QList<QByteArray> grams;
+    QByteArray beginning; // the longest, if no piece has a whole gram
+    for (const QByteArray& piece : literalPieces(keyword)) {
+        const TextGrams::Wanted wanted = TextGrams::wantedBy(piece);
+        grams += wanted.grams;
+        if (wanted.beginningOfGram.size() > beginning.size())
+            beginning = wanted.beginningOfGram;
+    }
+    if (!grams.isEmpty())
+        return allOf(grams, kMostAsked);
+    return isSelective(beginning) ? quoted(beginning) + " *" : QByteArray();
+}
+
+qint64 GramIndex::indexedThrough(SQLiteConnection& connection)
+{
+    return connection.integerResult("SELECT indexed_through FROM gram_state WHERE rules = ?", {kRules});
+}
+
+bool GramIndex::isValid()
+{
+    return m_connection.integerResult("SELECT rules FROM gram_state") == kRules;
+}
+
+void GramIndex::invalidate()
+{
+    m_connection.run("UPDATE gram_state SET rules = 0");
+}
+
+void GramIndex::indexRow(qint64 row)
+{
+    static const QByteArray sql = "INSERT INTO screenshots_grams (rowid, texts) SELECT rowid, " +
+                                  joinedTexts() + " FROM screenshots WHERE rowid = ?";
+    m_connection.execute(sql, {row});
+}
+
+void GramIndex::rowChanged(qint64 row)
+{
+    if (row > indexedThrough(m_connection))
+        return;
+    try {
+        indexRow(row);
+    } catch (const StoreError& error) {
+        qWarning("The index of the library is damaged: %s", error.what());
+        invalidate(); // a full disk fails this too, and with it the change
+    }
+}
+
+bool GramIndex::indexMore(qint64 mostRows)
+{
+    QElapsedTimer elapsed;
+    elapsed.start();
+    SQLiteTransaction transaction(m_connection);
+    if (!isValid())
+        clear();
+    qint64 last = indexedThrough(m_connection);
+    qint64 count = 0;
+    for (; count < mostRows && elapsed.elapsed() < kLongWork; ++count) {
+        const qint64 row =
+            m_connection.integerResult("SELECT min(rowid) FROM screenshots WHERE rowid > ?", {last});
+        if (row <= last)
+            break;
+        indexRow(row);
+        last = row;
+    }
+    m_connection.execute("UPDATE gram_state SET indexed_through = ?", {last});
+    transaction.commit();
+    return m_connection.integerResult("SELECT EXISTS (SELECT 1 FROM screenshots WHERE rowid > ?)", {last}) !=
+           0;
+}
+
+bool GramIndex::isRightAbout(qint64 row)
+{
+    constexpr qsizetype kMostCompared = 30;
+    static const QByteArray texts = "SELECT " + joinedTexts() + " FROM screenshots WHERE rowid = ?";
+    if (row > indexedThrough(m_connection))
+        return true;
+    std::vector<TextGrams::Gram> held;
+    {
+        SQLiteStatement statement = m_connection.query(texts, {row});
+        if (statement.nextRow())
+            TextGrams::append(statement.bytes(0), held);
+    }
+    QList<QByteArray> grams;
+    for (const TextGrams::Gram gram : held)
+        grams.append(TextGrams::GramBytes(gram).toByteArray());
+    if (grams.isEmpty())
+        return true;
+    SQLiteStatement found =
+        m_connection.query("SELECT 1 FROM screenshots_grams WHERE screenshots_grams MATCH ? AND rowid = ?");
+    const QByteArray all = allOf(grams, kMostCompared);
+    found.bindText(1, all);
+    found.bindInteger(2, row);
+    return found.nextRow();
+}
+
+} // namespace tessary

@@ -1,0 +1,51 @@
+#pragma once
+
+#include "store/sqlite/SQLiteConnection.h"
+
+#include <QString>
+
+namespace tessary {
+
+/// Which rows of the projection may hold a piece of text in one of the columns that keywords are looked for
+/// in.
+///
+/// What it knows is derived from those rows and kept in their file. It may name rows that do not hold the
+/// piece, after a change or a removal too; it never leaves out one that does, of the rows up to the one that
+/// `indexedThrough` names. Those behind it are new: they wait until they are many, since indexing them one by
+/// one would write many times as much. Used from the store's lane; throws StoreError.
+class GramIndex {
+public:
+    /// Makes the tables that are missing, and empties what an older Tessary made by other rules.
+    /// @param connection has to outlive this; the one that writes.
+    explicit GramIndex(SQLiteConnection& connection);
+
+    /// What a connection needs to ask the index.
+    static void prepare(const SQLiteConnection& connection);
+    /// What to ask the full-text table `kGramTable` for: rows in which LIKE may find the keyword between two
+    /// `%`. Empty when it has nothing to go by, or too little to be quick.
+    [[nodiscard]] static QByteArray query(const QString& keyword);
+
+    /// The last row that is indexed; 0 for none, and where the index is not to be asked. As the connection
+    /// sees it.
+    [[nodiscard]] static qint64 indexedThrough(SQLiteConnection& connection);
+    /// To be called in the transaction that changed the row's texts or added the row.
+    void rowChanged(qint64 row);
+    /// Indexes more rows in one transaction: so many at most, and fewer when that takes long.
+    /// @returns whether there may be more to do.
+    bool indexMore(qint64 mostRows);
+    /// Knows of no row from then on. To be called in the transaction that removes the rows.
+    void clear();
+    /// For an index that turned out to be damaged: nobody asks it any more, and `indexMore` begins anew.
+    void invalidate();
+    /// Whether the index names the row for everything that the row holds, or is not to know it yet.
+    [[nodiscard]] bool isRightAbout(qint64 row);
+
+private:
+    [[nodiscard]] bool isValid();
+    void create();
+    void indexRow(qint64 row);
+
+    SQLiteConnection& m_connection;
+};
+
+} // namespace tessary

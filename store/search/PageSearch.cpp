@@ -1,0 +1,176 @@
+#include "store/search/PageSearch.h"
+
+#include "store/ProjectionSchema.h"
+#include "store/StoreError.h"
+#include "store/grams/GramIndex.h"
+#include "store/search/RowCandidates.h"
+
+#include <limits>
+
+namespace tessary {
+namespace {
+
+/// One search from its beginning to its end.
+class Search {
+public:
+    Search(SQLiteConnection& reader, const ListOrder& order, ListConditions ranges, QByteArray listOrder,
+           RowTest& test, qsizetype wanted, std::stop_token stop)
+        : m_reader(reader),
+          m_order(order),
+          m_ranges(std::move(ranges)),
+          m_test(test),
+          m_wanted(wanted),
+          m_stop(std::move(stop)),
+          m_list(reader.queryOnce("SELECT s.rowid FROM screenshots s INDEXED BY " + order.index + " WHERE " +
+                                      m_ranges.texts.join(" AND ") + " ORDER BY " +
+                                      (order.isSorted ? order.total : listOrder),
+                                  m_ranges.bindings))
+    {
+    }
+
+    enum class Outcome { IsDone, IsEndless };
+
+    /// Tests the rows of the list in order, as long as enough of them match.
+    Outcome walkAndTest(const SearchLimits& limits);
+    /// Goes on through the list after that, but tests candidates only, and so many of them.
+    Outcome walkOn(const RowSet& candidates, qint64 most);
+    /// Begins anew, with candidates that are put in order.
+    void sort(const RowSet& candidates);
+
+    [[nodiscard]] const QList<qint64>& matches() const { return m_matches; }
+
+private:
+    [[nodiscard]] bool isFull() const { return m_matches.size() >= m_wanted; }
+    void test(qint64 row);
+
+    SQLiteConnection& m_reader;
+    const ListOrder& m_order;
+    ListConditions m_ranges;
+    RowTest& m_test;
+    qsizetype m_wanted;
+    std::stop_token m_stop;
+    SQLiteStatement m_list;
+    QList<qint64> m_matches;
+};
+
+void Search::test(qint64 row)
+{
+    if (m_stop.stop_requested())
+        throw StoreError(StoreError::Case::Prepare, QStringLiteral("interrupted"));
+    if (m_test.matches(row))
+        m_matches.append(row);
+}
+
+Search::Outcome Search::walkAndTest(const SearchLimits& limits)
+{
+    qint64 tested = 0;
+    while (!isFull() && m_list.nextRow()) {
+        test(m_list.integer(0));
+        ++tested;
+        if (isFull() || tested % limits.rowsBetweenLooks != 0)
+            continue;
+        const qint64 allTested = tested * m_wanted / std::max<qint64>(m_matches.size(), 1); // as it looks now
+        if (allTested > limits.mostTested)
+            return Outcome::IsEndless;
+    }
+    return Outcome::IsDone;
+}
+
+Search::Outcome Search::walkOn(const RowSet& candidates, qint64 most)
+{
+    qint64 tested = 0;
+    while (!isFull() && m_list.nextRow()) {
+        const qint64 row = m_list.integer(0);
+        if (!candidates.contains(row))
+            continue;
+        test(row);
+        if (++tested >= most)
+            return Outcome::IsEndless;
+    }
+    return Outcome::IsDone;
+}
+
+void Search::sort(const RowSet& candidates)
+{
+    QByteArrayList rows;
+    candidates.forEach([&rows](qint64 row) { rows.append(QByteArray::number(row)); });
+    SQLiteStatement sorted = m_reader.queryOnce(
+        "SELECT s.rowid FROM json_each(?) c CROSS JOIN screenshots s ON s.rowid = c.value WHERE " +
+            m_ranges.texts.join(" AND ") + " ORDER BY " + m_order.total,
+        QList<SQLiteValue>{QString::fromLatin1('[' + rows.join(',') + ']')} + m_ranges.bindings);
+    m_matches.clear();
+    while (!isFull() && sorted.nextRow())
+        test(sorted.integer(0));
+}
+
+/// How the search came to its end.
+PageSearch::Way findAmong(RowCandidates& candidates, Search& search, const SearchLimits& limits)
+{
+    while (candidates.narrow()) {
+        const RowSet& rows = *candidates.rows();
+        if (rows.count() <= limits.mostSorted) {
+            search.sort(rows);
+            return PageSearch::Way::Sorted;
+        }
+        const qint64 most = candidates.canNarrow() ? limits.mostTested : std::numeric_limits<qint64>::max();
+        if (search.walkOn(rows, most) == Search::Outcome::IsDone)
+            return PageSearch::Way::Met;
+    }
+    return PageSearch::Way::Prescribed;
+}
+
+/// Whether rows can be told by their ids from the first to the last, and a set of them is no burden.
+bool haveOrdinaryIds(qint64 first, qint64 last)
+{
+    constexpr qint64 kHighest = 100'000'000;
+    return first > 0 && last <= kHighest;
+}
+
+} // namespace
+
+PageSearch::PageSearch(SQLiteConnection& reader, ListOrders& orders, const FullTextTokenizer& tokenizer,
+                       const SearchLimits& limits)
+    : m_reader(reader),
+      m_orders(orders),
+      m_tokenizer(tokenizer),
+      m_limits(limits)
+{
+}
+
+bool PageSearch::isFor(const ListRequest& request, const SearchQuery& query)
+{
+    constexpr qsizetype kMostKeywords = 64;
+    const bool hasTexts = !query.keywords.isEmpty() || query.appName || query.tagName;
+    return request.limit > 0 && request.offset >= 0 && hasTexts && query.keywords.size() <= kMostKeywords;
+}
+
+std::optional<QList<qint64>> PageSearch::rows(const ListRequest& request, const SearchQuery& query,
+                                              const std::stop_token& stop)
+{
+    m_way = Way::Prescribed;
+    const qint64 first = m_reader.integerResult("SELECT min(rowid) FROM screenshots");
+    const RowCandidates::Bounds bounds{m_reader.integerResult("SELECT max(rowid) FROM screenshots"),
+                                       GramIndex::indexedThrough(m_reader)};
+    if (!haveOrdinaryIds(first, bounds.last) || !hasAlignedSearchRows(m_reader))
+        return std::nullopt;
+    const ListConditions ranges = rangeConditions(query, request);
+    const std::optional<ListOrder> order = m_orders.order(ranges, request.sort);
+    if (!order)
+        return std::nullopt;
+    RowTest test(m_reader, m_tokenizer, query);
+    Search search(m_reader, *order, ranges, orderText(request.sort), test,
+                  qsizetype{request.offset} + request.limit, stop);
+    m_way = Way::Tested;
+    if (search.walkAndTest(m_limits) == Search::Outcome::IsEndless) {
+        if (bounds.last - bounds.indexedThrough > m_limits.mostUnindexed)
+            return std::nullopt;
+        RowCandidates candidates(m_reader, bounds, m_limits, test, stop);
+        candidates.add(query, request.scope);
+        m_way = findAmong(candidates, search, m_limits);
+    }
+    if (m_way == Way::Prescribed)
+        return std::nullopt;
+    return search.matches().mid(request.offset);
+}
+
+} // namespace tessary
