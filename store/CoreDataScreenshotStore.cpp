@@ -101,6 +101,7 @@ CoreDataScreenshotStore::CoreDataScreenshotStore(const QString& path) : m_connec
     m_connection.run("PRAGMA journal_mode = WAL");
     m_connection.run("PRAGMA synchronous = FULL");
     m_connection.run("PRAGMA busy_timeout = 5000");
+    m_connection.run("PRAGMA journal_size_limit = 16777216"); // after a library was taken over, too
     if (m_connection.integerResult("PRAGMA user_version") > kSchemaVersion)
         throw PersistenceError(PersistenceError::Case::NewerVersion);
     m_connection.run(kSchema);

@@ -23,6 +23,10 @@ SQLiteConnection Projection::openedWriter(const QString& path)
     // gains nothing by it, and all that it looked at would count as this process's memory.
     // What a power cut takes from here, the store of record gives back at the next start.
     writer.run("PRAGMA synchronous = NORMAL");
+    // A page that many copies change is written back once for all of them; a log of 8 MB is still modest. One
+    // that grew with a rebuild is cut.
+    writer.run("PRAGMA wal_autocheckpoint = 2000");
+    writer.run("PRAGMA journal_size_limit = 16777216");
     createProjectionSchema(writer);
     return writer;
 }

@@ -87,6 +87,21 @@ CREATE INDEX IF NOT EXISTS list_tags ON screenshots(tags_json, is_deleted)
 DROP INDEX IF EXISTS list_facets;
 )";
 
+/// How many segments the full-text index gathers on each level before it makes one of them. Each copy adds
+/// one; merging eight of them instead of four writes each entry again less often, and a word is looked for
+/// in a few more.
+constexpr qint64 kSegmentsMerged = 8;
+
+void prepareSearchTable(SQLiteConnection& connection)
+{
+    connection.run(kSearchTable);
+    if (connection.integerResult("SELECT v FROM screenshots_fts_v5_config WHERE k = 'automerge'") !=
+        kSegmentsMerged)
+        connection.execute(
+            "INSERT INTO screenshots_fts_v5 (screenshots_fts_v5, rank) VALUES ('automerge', ?)",
+            {kSegmentsMerged});
+}
+
 /// What SQLite cannot know of the indexes by itself, in its own words: items, and how many of them share the
 /// first column, the first two, and so on. With it a query for the newest or oldest items since a date looks
 /// among the pinned ones and among the others instead of at each item's date. These are no measurements, so
@@ -134,7 +149,8 @@ void ensureColumn(SQLiteConnection& connection, const QByteArray& name, const QB
 
 void createProjectionSchema(SQLiteConnection& connection)
 {
-    connection.run(QByteArray(kTables) + kSearchTable);
+    connection.run(kTables);
+    prepareSearchTable(connection);
     ensureColumn(connection, "file_type", "TEXT NOT NULL DEFAULT ''");
     ensureColumn(connection, "generated_title", "TEXT");
     ensureColumn(connection, "is_pinned", "INTEGER NOT NULL DEFAULT 0");
@@ -152,7 +168,7 @@ void createProjectionSchema(SQLiteConnection& connection)
 void recreateSearchTable(SQLiteConnection& connection)
 {
     connection.run("DROP TABLE screenshots_fts_v5");
-    connection.run(kSearchTable);
+    prepareSearchTable(connection);
 }
 
 qint64 searchRowCount(SQLiteConnection& connection)

@@ -213,6 +213,17 @@ qint64 GramIndex::nextRow()
 
 bool GramIndex::indexMore(qint64 mostRows)
 {
+    try {
+        return indexPiece(mostRows);
+    } catch (const StoreError& error) {
+        qWarning("The index of the library could not be continued: %s", error.what());
+        invalidate(); // it may be damaged; next time it is begun anew
+        return false;
+    }
+}
+
+bool GramIndex::indexPiece(qint64 mostRows)
+{
     QElapsedTimer elapsed;
     elapsed.start();
     SQLiteTransaction transaction(m_connection);

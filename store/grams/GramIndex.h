@@ -39,7 +39,8 @@ public:
     /// Rows that may be named for what they do not hold any more.
     [[nodiscard]] static SQLiteStatement changedRows(SQLiteConnection& connection);
     /// Indexes more rows in one transaction: so many at most, and fewer when that takes long.
-    /// @returns whether there may be more to do.
+    /// What fails, makes the index invalid. @returns whether there is more to do now. @throws StoreError when
+    /// not even that can be noted.
     bool indexMore(qint64 mostRows);
     /// Knows of no row from then on. To be called in the transaction that removes the rows.
     void clear();
@@ -51,6 +52,7 @@ public:
 private:
     [[nodiscard]] bool isValid();
     [[nodiscard]] qint64 nextRow();
+    bool indexPiece(qint64 mostRows);
     void create();
     void indexRow(qint64 row);
 

@@ -1,11 +1,13 @@
 #include "store/Projection.h"
 
+#include "store/ProjectionSchema.h"
 #include "store/RecordColumns.h"
 #include "store/StoreError.h"
 #include "tests/support/RecordSamples.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <QFile>
+#include <QFileInfo>
 
 namespace tessary {
 namespace {
@@ -98,6 +100,33 @@ TEST_F(ProjectionTest, ANewDatabaseHasItsIndexesAndOpensAgain)
                          QStringLiteral("screenshots_pinned"), QStringLiteral("screenshots_source_app")}));
         EXPECT_EQ(indexes.filter(QStringLiteral("list_")).size(), 13);
     }
+}
+
+TEST_F(ProjectionTest, MergesItsFullTextSegmentsByEightHoweverTheTableCameToBe)
+{
+    const auto merged = [](Projection& projection) {
+        return projection.connection().integerResult(
+            "SELECT v FROM screenshots_fts_v5_config WHERE k = 'automerge'");
+    };
+    {
+        Projection projection(path());
+        EXPECT_EQ(merged(projection), 8);
+        recreateSearchTable(projection.connection());
+        EXPECT_EQ(merged(projection), 8);
+        projection.connection().run("DELETE FROM screenshots_fts_v5_config WHERE k = 'automerge'");
+    }
+    Projection older(path());
+    EXPECT_EQ(merged(older), 8);
+}
+
+TEST_F(ProjectionTest, ALogThatGrewWithOneLargeChangeIsCut)
+{
+    Projection projection(path());
+    const auto sizeOfLog = [this] { return QFileInfo(path() + QStringLiteral("-wal")).size(); };
+    projection.connection().run("CREATE TABLE large AS SELECT randomblob(40000000) AS content");
+    EXPECT_GT(sizeOfLog(), 40'000'000);
+    projection.insertProjection(fullRecord());
+    EXPECT_LE(sizeOfLog(), 16 * 1024 * 1024);
 }
 
 TEST_F(ProjectionTest, DecodesNumbersOutOfRangeAsDefaults)
