@@ -98,6 +98,7 @@ Enumeration required(std::optional<Enumeration> value)
 
 CoreDataScreenshotStore::CoreDataScreenshotStore(const QString& path) : m_connection(path)
 {
+    m_connection.run("PRAGMA page_size = " + QByteArray::number(kDatabasePageSize));
     m_connection.run("PRAGMA journal_mode = WAL");
     m_connection.run("PRAGMA synchronous = FULL");
     m_connection.run("PRAGMA busy_timeout = 5000");

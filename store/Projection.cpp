@@ -16,6 +16,7 @@ namespace tessary {
 SQLiteConnection Projection::openedWriter(const QString& path)
 {
     SQLiteConnection writer(path);
+    writer.run("PRAGMA page_size = " + QByteArray::number(kDatabasePageSize));
     writer.run("PRAGMA journal_mode = WAL");
     writer.run("PRAGMA foreign_keys = ON");
     writer.run("PRAGMA busy_timeout = 5000");
@@ -25,7 +26,9 @@ SQLiteConnection Projection::openedWriter(const QString& path)
     writer.run("PRAGMA synchronous = NORMAL");
     // A page that many copies change is written back once for all of them; a log of 8 MB is still modest. One
     // that grew with a rebuild is cut.
-    writer.run("PRAGMA wal_autocheckpoint = 2000");
+    constexpr qint64 kLog = 8 * 1024 * 1024;
+    const qint64 pageSize = writer.integerResult("PRAGMA page_size");
+    writer.run("PRAGMA wal_autocheckpoint = " + QByteArray::number(kLog / std::max<qint64>(pageSize, 1)));
     writer.run("PRAGMA journal_size_limit = 16777216");
     createProjectionSchema(writer);
     return writer;

@@ -80,6 +80,13 @@ CREATE INDEX IF NOT EXISTS list_used_newest ON screenshots(is_pinned DESC, captu
     WHERE is_deleted = 0 AND last_used_at IS NOT NULL;
 CREATE INDEX IF NOT EXISTS list_large_newest ON screenshots(is_pinned DESC, captured_at DESC)
     WHERE is_deleted = 0 AND (pixel_width * pixel_height >= 12000000 OR file_size >= 10485760);
+CREATE INDEX IF NOT EXISTS list_large_oldest ON screenshots(is_pinned DESC, captured_at ASC)
+    WHERE is_deleted = 0 AND (pixel_width * pixel_height >= 12000000 OR file_size >= 10485760);
+CREATE INDEX IF NOT EXISTS list_large_recently_used ON screenshots(is_pinned DESC, last_used_at IS NULL,
+    last_used_at DESC, captured_at DESC)
+    WHERE is_deleted = 0 AND (pixel_width * pixel_height >= 12000000 OR file_size >= 10485760);
+CREATE INDEX IF NOT EXISTS list_large_file_size ON screenshots(is_pinned DESC, file_size DESC, captured_at DESC)
+    WHERE is_deleted = 0 AND (pixel_width * pixel_height >= 12000000 OR file_size >= 10485760);
 CREATE INDEX IF NOT EXISTS list_trash ON screenshots(is_deleted) WHERE is_deleted = 1;
 CREATE INDEX IF NOT EXISTS list_apps ON screenshots(source_app_name, is_deleted) WHERE is_deleted = 0;
 CREATE INDEX IF NOT EXISTS list_tags ON screenshots(tags_json, is_deleted)
@@ -118,7 +125,7 @@ ANALYZE sqlite_schema;
 /// Makes what lists are read from, all of it or nothing; half a second for 100,000 items.
 void prepareLists(SQLiteConnection& connection)
 {
-    constexpr qint64 kIndexes = 13;
+    constexpr qint64 kIndexes = 16;
     constexpr qint64 kStatisticRows = 2;
     const bool hasIndexes = connection.integerResult("SELECT count(*) FROM sqlite_schema WHERE "
                                                      "type = 'index' AND name GLOB 'list_*'") == kIndexes;

@@ -1,5 +1,6 @@
 #include "bench/tools/KeptLibrary.h"
 #include "bench/tools/SampleLibrary.h"
+#include "store/Projection.h"
 #include "store/SQLiteStore.h"
 
 #include <QFile>
@@ -51,6 +52,9 @@ public:
     {
         if (items > 0)
             m_items.fill(items);
+        Projection projection(SQLiteStore::projectionPath(m_paths.database));
+        while (projection.indexGrams(items)) {
+        }
         store = QCoro::waitFor(SQLiteStore::open(m_paths.database));
     }
 

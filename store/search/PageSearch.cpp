@@ -123,6 +123,24 @@ PageSearch::Way findAmong(RowCandidates& candidates, Search& search, const Searc
     return PageSearch::Way::Prescribed;
 }
 
+bool hasTexts(const SearchQuery& query)
+{
+    return !query.keywords.isEmpty() || query.appName || query.tagName;
+}
+
+/// A list from a date on, or up to one, that is not in the order of dates: its index would be walked for
+/// rows of some days. Lists of favourites are short anyway, and that of the trash has no order.
+bool isOfDatesInOtherOrder(const ListRequest& request, const SearchQuery& query)
+{
+    const bool isOfDates = query.before || query.after || request.scope == ScreenshotScope::Today ||
+                           request.scope == ScreenshotScope::Last7Days ||
+                           request.scope == ScreenshotScope::Last30Days;
+    const bool isElsewhere = query.favoritesOnly || request.scope == ScreenshotScope::Favorites ||
+                             request.scope == ScreenshotScope::Trash;
+    return isOfDates && !isElsewhere &&
+           (request.sort == ScreenshotSort::RecentlyUsed || request.sort == ScreenshotSort::FileSize);
+}
+
 /// Whether rows can be told by their ids from the first to the last, and a set of them is no burden.
 bool haveOrdinaryIds(qint64 first, qint64 last)
 {
@@ -144,8 +162,8 @@ PageSearch::PageSearch(SQLiteConnection& reader, ListOrders& orders, const FullT
 bool PageSearch::isFor(const ListRequest& request, const SearchQuery& query)
 {
     constexpr qsizetype kMostKeywords = 64;
-    const bool hasTexts = !query.keywords.isEmpty() || query.appName || query.tagName;
-    return request.limit > 0 && request.offset >= 0 && hasTexts && query.keywords.size() <= kMostKeywords;
+    return request.limit > 0 && request.offset >= 0 && query.keywords.size() <= kMostKeywords &&
+           (hasTexts(query) || isOfDatesInOtherOrder(request, query));
 }
 
 std::optional<QList<qint64>> PageSearch::rows(const ListRequest& request, const SearchQuery& query,
@@ -161,6 +179,8 @@ std::optional<QList<qint64>> PageSearch::rows(const ListRequest& request, const 
     const std::optional<ListOrder> order = m_orders.order(ranges, request.sort);
     if (!order)
         return std::nullopt;
+    if (!hasTexts(query))
+        return rowsOfDates(request, ranges, *order);
     RowTest test(m_reader, m_tokenizer, query);
     Search search(m_reader, *order, ranges, orderText(request.sort), test,
                   qsizetype{request.offset} + request.limit, stop);
@@ -177,6 +197,25 @@ std::optional<QList<qint64>> PageSearch::rows(const ListRequest& request, const 
     if (m_way == Way::Prescribed)
         return std::nullopt;
     return search.matches().mid(request.offset);
+}
+
+std::optional<QList<qint64>> PageSearch::rowsOfDates(const ListRequest& request, const ListConditions& ranges,
+                                                     const ListOrder& order)
+{
+    const QByteArray found = "SELECT s.rowid FROM screenshots s INDEXED BY list_newest WHERE " +
+                             ranges.texts.join(" AND ") + " LIMIT " +
+                             QByteArray::number(m_limits.mostSorted + 1);
+    if (m_reader.integerResult("SELECT count(*) FROM (" + found + ")", ranges.bindings) > m_limits.mostSorted)
+        return std::nullopt;
+    SQLiteStatement sorted = m_reader.query(
+        "SELECT s.rowid FROM (" + found + ") c CROSS JOIN screenshots s ON s.rowid = c.rowid ORDER BY " +
+            order.total + " LIMIT ? OFFSET ?",
+        ranges.bindings + QList<SQLiteValue>{qint64{request.limit}, qint64{request.offset}});
+    QList<qint64> rows;
+    while (sorted.nextRow())
+        rows.append(sorted.integer(0));
+    m_way = Way::Sorted;
+    return rows;
 }
 
 } // namespace tessary

@@ -37,6 +37,9 @@ public:
     [[nodiscard]] Way way() const { return m_way; } ///< Of the last page.
 
 private:
+    [[nodiscard]] std::optional<QList<qint64>>
+    rowsOfDates(const ListRequest& request, const ListConditions& ranges, const ListOrder& order);
+
     SQLiteConnection& m_reader;
     ListOrders& m_orders;
     const FullTextTokenizer& m_tokenizer;

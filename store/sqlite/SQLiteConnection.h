@@ -11,6 +11,10 @@ struct sqlite3;
 
 namespace tessary {
 
+/// Bytes of a page of a database that is made; one that is there keeps its own. A copy changes some thirty
+/// pages here and there, by few bytes each, and all of each is written, so they are small.
+inline constexpr int kDatabasePageSize = 1024;
+
 /// One open SQLite database. Opened in serialised threading mode; used by one thread at a time.
 /// Every text is bound or literal SQL of ours; nothing else ever becomes part of a statement.
 class SQLiteConnection {

@@ -98,7 +98,7 @@ TEST_F(ProjectionTest, ANewDatabaseHasItsIndexesAndOpensAgain)
             indexes.filter(QStringLiteral("screenshots_")),
             (QStringList{QStringLiteral("screenshots_captured_at"), QStringLiteral("screenshots_favorite"),
                          QStringLiteral("screenshots_pinned"), QStringLiteral("screenshots_source_app")}));
-        EXPECT_EQ(indexes.filter(QStringLiteral("list_")).size(), 13);
+        EXPECT_EQ(indexes.filter(QStringLiteral("list_")).size(), 16);
     }
 }
 

@@ -146,6 +146,21 @@ TEST_F(PageSearchTest, AnApplicationIsFoundByIndex)
     EXPECT_EQ(page(QStringLiteral("app:nobody")).size(), 0);
 }
 
+TEST_F(PageSearchTest, AFewDaysInAnotherOrderAreSorted)
+{
+    ListRequest request;
+    request.sort = ScreenshotSort::FileSize;
+    request.scope = ScreenshotScope::Today;
+    request.calendar = Calendar{QTimeZone::utc()};
+    request.now = Date{kFirst + 40};
+    for (const int days : {0, 20}) {
+        request.now = Date{kFirst + days * 86400.0 + 40};
+        const QList<ScreenshotRecord> found = projection.page(request, {});
+        EXPECT_EQ(projection.wayOfPage(), days == 0 ? Way::Prescribed : Way::Sorted);
+        EXPECT_EQ(found, projection.prescribedPage(request, {}));
+    }
+}
+
 TEST_F(PageSearchTest, ATagIsFoundByIndexAndNoTagsAreNot)
 {
     ScreenshotRecord record = textRecord(QStringLiteral("tagged"), kFirst - 1);
