@@ -1,19 +1,11 @@
 #include "store/SQLiteStore.h"
 
 #include "base/FreedMemory.h"
-#include "store/CoreDataScreenshotStore.h"
-#include "store/IndexUpkeep.h"
-#include "store/ItemRemover.h"
 #include "store/LibraryComparison.h"
-#include "store/Projection.h"
-#include "store/ProjectionReconciler.h"
-#include "store/StoreError.h"
-#include "store/TagsCoding.h"
+#include "store/LibraryDatabases.h"
 
 #include <QFileInfo>
 #include <QScopeGuard>
-
-#include <limits>
 
 namespace tessary {
 namespace {
@@ -21,152 +13,6 @@ namespace {
 constexpr qsizetype kLongText = 256 * 1024; // UTF-16 units; indexing one takes many times its size
 
 } // namespace
-
-/// Both databases and what has to be done to them together. On the lane only.
-class SQLiteStore::Databases {
-public:
-    explicit Databases(const QString& path)
-        : m_structuredStore(path),
-          m_remover(m_structuredStore),
-          m_projectionPath(projectionPath(path)),
-          m_projection(std::in_place, m_projectionPath)
-    {
-    }
-
-    [[nodiscard]] CoreDataScreenshotStore& structuredStore() { return m_structuredStore; }
-
-    bool insert(const ScreenshotRecord& record)
-    {
-        if (!m_structuredStore.insert(record))
-            return false;
-        try {
-            SQLiteTransaction transaction(projection().connection());
-            const bool added = projection().insertProjection(record);
-            if (added)
-                projection().updateSearchIndex(record);
-            else
-                m_structuredStore.remove(record.id);
-            transaction.commit();
-            return added;
-        } catch (...) {
-            removeQuietly(record.id);
-            throw;
-        }
-    }
-
-    [[nodiscard]] ProjectionReconciler reconciler() { return {m_structuredStore, projection()}; }
-
-    void registerDuplicate(const QString& contentHash, Date now)
-    {
-        std::optional<ScreenshotRecord> record = m_structuredStore.record(contentHash);
-        if (!record)
-            return;
-        if (record->duplicateCount == std::numeric_limits<qint64>::max())
-            throw StoreError(StoreError::Case::Execute, QStringLiteral("duplicate count overflow"));
-        ++record->duplicateCount;
-        record->lastUsedAt = now;
-        m_structuredStore.upsert(*record);
-        projection().update("duplicate_count = ?, last_used_at = ?",
-                            {record->duplicateCount, sqliteValue(now)}, record->id);
-    }
-
-    /// @param tags, note what is to be replaced; absent stays.
-    void updateMetadata(const QUuid& id, const std::optional<QStringList>& tags,
-                        const std::optional<QString>& note)
-    {
-        std::optional<ScreenshotRecord> record = m_structuredStore.record(id);
-        if (!record)
-            return;
-        record->tags = tags.value_or(record->tags);
-        record->note = note.value_or(record->note);
-        m_structuredStore.upsert(*record);
-        SQLiteTransaction transaction(projection().connection()); // row and indexes agree, whatever happens
-        projection().update("tags_json = ?, note = ?",
-                            {QString::fromUtf8(encodeTags(record->tags)), record->note}, id);
-        projection().updateSearchIndex(*record);
-        transaction.commit();
-    }
-
-    /// Changes the item in the store of record, then the given columns of its row.
-    void change(const QUuid& id, const std::function<void(ScreenshotRecord&)>& edit,
-                const QByteArray& assignments, const QList<SQLiteValue>& values)
-    {
-        std::optional<ScreenshotRecord> record = m_structuredStore.record(id);
-        if (!record)
-            return;
-        edit(*record);
-        m_structuredStore.upsert(*record);
-        projection().update(assignments, values, id);
-    }
-
-    RemovedItems purgeTrash(std::optional<Date> olderThan, int most)
-    {
-        return m_remover.removeTrash(projection(), olderThan, most);
-    }
-
-    RemovedItems removeOldestPictures(qint64 limit, int most)
-    {
-        return m_remover.removeOldestPictures(projection(), limit, most);
-    }
-
-    void removeEverything()
-    {
-        m_remover.removeEverything(projection());
-        reopenProjection(); // the full-text engine remembers what it indexed last
-    }
-
-    LibraryCounts counts() { return projection().counts(); }
-
-    QList<ScreenshotRecord> search(const ListRequest& request, const std::stop_token& stop)
-    {
-        if (stop.stop_requested())
-            return {};
-        try {
-            return projection().page(request, stop);
-        } catch (const StoreError&) {
-            if (stop.stop_requested())
-                return {};
-            throw;
-        }
-    }
-
-    LibraryFacets facets() { return projection().facets(); }
-
-    void startIndexCheck() { m_upkeep.startCheck(); }
-    bool keepUpIndex() { return m_upkeep.doPiece(m_structuredStore, projection()); }
-
-    /// Opens the projection anew. The full-text engine keeps what it last indexed, and tables as large as
-    /// that called for, as long as its connection lives.
-    void reopenProjection()
-    {
-        m_projection.reset();
-        m_projection.emplace(m_projectionPath);
-    }
-
-private:
-    [[nodiscard]] Projection& projection()
-    {
-        if (!m_projection)
-            throw StoreError(StoreError::Case::Execute, QStringLiteral("Database is closed"));
-        return *m_projection;
-    }
-
-    /// Undoes the first half of an insertion whose second half failed, whose error matters more.
-    void removeQuietly(const QUuid& id) noexcept
-    {
-        try {
-            m_structuredStore.remove(id);
-        } catch (const std::exception&) {
-            qWarning("An item that could not be indexed stays in the record store until the next start");
-        }
-    }
-
-    CoreDataScreenshotStore m_structuredStore;
-    ItemRemover m_remover;
-    IndexUpkeep m_upkeep;
-    QString m_projectionPath;
-    std::optional<Projection> m_projection; // absent when it could not be opened again
-};
 
 SQLiteStore::SQLiteStore(QString path)
     : m_path(std::move(path)),
@@ -191,7 +37,7 @@ QCoro::Task<std::unique_ptr<SQLiteStore>> SQLiteStore::open(QString databasePath
 {
     std::unique_ptr<SQLiteStore> store(new SQLiteStore(databasePath));
     auto opening = store->m_lane.post([self = store.get(), databasePath] {
-        self->m_databases = std::make_unique<Databases>(databasePath);
+        self->m_databases = std::make_unique<LibraryDatabases>(databasePath, projectionPath(databasePath));
     });
     co_await opening;
     co_return store;

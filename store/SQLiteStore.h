@@ -14,6 +14,8 @@
 
 namespace tessary {
 
+class LibraryDatabases;
+
 /// The one way to the library: keeps the store of record and the projection in step.
 ///
 /// An actor: every operation is one piece of work on its lane, so each runs to completion and two never
@@ -71,7 +73,6 @@ public:
     [[nodiscard]] QCoro::Task<LibraryFacets> facets();
 
 private:
-    class Databases;
     explicit SQLiteStore(QString path);
 
     /// On the lane: gives back the memory that indexing a long text took.
@@ -80,9 +81,9 @@ private:
     void keepUpIndex() noexcept;
 
     QString m_path;
-    std::unique_ptr<Milestone> m_mayWrite;  // reached but while the projection is compared
-    std::unique_ptr<Databases> m_databases; // touched only on the lane
-    bool m_isUpkeepWaiting = false;         // likewise; the next piece is among what waits
+    std::unique_ptr<Milestone> m_mayWrite;         // reached but while the projection is compared
+    std::unique_ptr<LibraryDatabases> m_databases; // touched only on the lane
+    bool m_isUpkeepWaiting = false;                // likewise; the next piece is among what waits
     SerialLane m_lane;
 };
 
