@@ -88,6 +88,23 @@ void ExercisedLibrary::editMetadata()
     m_queries.learn(*record);
 }
 
+/// In both stores, by a program that has never heard of grams.
+void ExercisedLibrary::editElsewhere()
+{
+    std::optional<ScreenshotRecord> record = anyRecord();
+    if (!record)
+        return;
+    record->note = m_items.note();
+    m_records.upsert(*record);
+    SQLiteConnection stranger(projectionPath());
+    const QString id = identifierText(record->id);
+    stranger.execute("UPDATE screenshots_fts_v5 SET note = ?1 WHERE rowid = "
+                     "(SELECT rowid FROM screenshots WHERE id = ?2)",
+                     {record->note, id});
+    stranger.execute("UPDATE screenshots SET note = ?1 WHERE id = ?2", {record->note, id});
+    m_queries.learn(*record);
+}
+
 void ExercisedLibrary::change(const QByteArray& assignments, const QList<SQLiteValue>& values,
                               const std::function<void(ScreenshotRecord&)>& edit)
 {
@@ -219,6 +236,7 @@ void ExercisedLibrary::change()
     static constexpr std::array kWays{
         Way{20, "insert", &ExercisedLibrary::insertOne, 8},
         Way{20, "edit of note or tags", &ExercisedLibrary::editMetadata, 6},
+        Way{5, "edit by another program", &ExercisedLibrary::editElsewhere, 4},
         Way{15, "edit of marks", &ExercisedLibrary::editMarks, 6},
         Way{10, "trash", &ExercisedLibrary::trash, 4},
         Way{6, "purge", &ExercisedLibrary::purge, 1},
@@ -227,7 +245,7 @@ void ExercisedLibrary::change()
         Way{1, "forgetting the grams", &ExercisedLibrary::forgetGrams, 1},
         Way{1, "clearing and starting over", &ExercisedLibrary::startOver, 1},
     };
-    constexpr qsizetype kShares = 77;
+    constexpr qsizetype kShares = 82;
     qsizetype chosen = m_dice.below(kShares);
     const auto* way = kWays.begin();
     while (chosen >= way->share)

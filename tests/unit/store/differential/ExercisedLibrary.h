@@ -34,6 +34,7 @@ private:
     void insertOne();
     void insert(qsizetype items);
     void editMetadata();
+    void editElsewhere();
     void editMarks();
     void trash();
     void purge();
