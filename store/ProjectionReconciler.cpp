@@ -25,6 +25,37 @@ bool areSameItem(const SQLiteStatement& structured, const SQLiteStatement& proje
            CoreDataScreenshotStore::decode(structured) == decodeProjectionRow(projected);
 }
 
+/// While it lives, pages that rows are put into here and there are kept until most have found their rows,
+/// instead of being written and read again for each.
+class LargePageCache {
+public:
+    explicit LargePageCache(SQLiteConnection& connection)
+        : m_connection(connection),
+          m_usual(connection.integerResult("PRAGMA cache_size"))
+    {
+        setSize(kKibibytes);
+    }
+    ~LargePageCache()
+    {
+        try {
+            setSize(m_usual);
+            m_connection.run("PRAGMA shrink_memory");
+        } catch (const std::exception& error) {
+            qWarning("A database keeps its large cache: %s", error.what());
+        }
+    }
+    LargePageCache(const LargePageCache&) = delete;
+    LargePageCache& operator=(const LargePageCache&) = delete;
+
+private:
+    static constexpr qint64 kKibibytes = -96 * 1024; // negative for SQLite, which counts pages otherwise
+
+    void setSize(qint64 size) { m_connection.run("PRAGMA cache_size = " + QByteArray::number(size)); }
+
+    SQLiteConnection& m_connection;
+    qint64 m_usual;
+};
+
 } // namespace
 
 ProjectionReconciler::ProjectionReconciler(CoreDataScreenshotStore& structuredStore, Projection& projection)
@@ -131,6 +162,7 @@ void ProjectionReconciler::mend(const QStringList& identifiers)
 
 void ProjectionReconciler::rebuild()
 {
+    const LargePageCache cache(m_projection.connection());
     SQLiteTransaction transaction(m_projection.connection());
     m_projection.removeRows();
     SQLiteStatement rows = m_structuredStore.rowsInStoredOrder();
