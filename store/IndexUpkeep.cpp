@@ -9,6 +9,7 @@ namespace {
 constexpr int kCheckedInAll = 60;
 constexpr int kCheckedAtOnce = 3; // each is a query of some thirty grams
 constexpr qint64 kIndexedAtOnce = 2000;
+constexpr std::chrono::milliseconds kLongestPiece{20}; // searches wait meanwhile
 
 } // namespace
 
@@ -27,7 +28,7 @@ bool IndexUpkeep::doPiece(CoreDataScreenshotStore& records, Projection& projecti
         return true;
     }
     if (m_isIndexing || projection.isIndexingDue())
-        m_isIndexing = projection.indexGrams(kIndexedAtOnce);
+        m_isIndexing = projection.indexGrams(kIndexedAtOnce, kLongestPiece);
     return m_isIndexing;
 }
 

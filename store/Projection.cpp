@@ -204,9 +204,9 @@ QList<ScreenshotRecord> Projection::prescribedPage(const ListRequest& request, c
     return found;
 }
 
-bool Projection::indexGrams(qint64 mostRows)
+bool Projection::indexGrams(qint64 mostRows, std::chrono::milliseconds longest)
 {
-    return m_grams.indexMore(mostRows);
+    return m_grams.indexMore(mostRows, longest);
 }
 
 bool Projection::isIndexingDue()

@@ -55,9 +55,9 @@ public:
                                                          const std::stop_token& stop);
     /// Whether new rows have become so many that `indexGrams` is worth its transaction.
     [[nodiscard]] bool isIndexingDue();
-    /// Makes up to so many rows more findable by their grams, in one transaction.
-    /// @returns whether there may be more to do.
-    bool indexGrams(qint64 mostRows);
+    /// Makes up to so many rows more findable by their grams, in one transaction; fewer when that takes
+    /// longer than it may. @returns whether there is more to do.
+    bool indexGrams(qint64 mostRows, std::chrono::milliseconds longest = std::chrono::milliseconds::max());
     /// So that all of them are to be indexed again.
     void forgetGrams();
     /// Whether the row, if there is one, can be found by all that it holds.

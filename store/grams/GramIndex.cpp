@@ -14,7 +14,6 @@ namespace {
 
 /// Grows with every change of what a gram is and of what is indexed.
 constexpr qint64 kRules = 1;
-constexpr qint64 kLongWork = 20; // milliseconds; searches wait meanwhile
 constexpr qsizetype kMostAsked = 6;
 
 /// The full-text engine drops no table that it cannot read. With these, its own in their first state, it can.
@@ -211,10 +210,10 @@ qint64 GramIndex::nextRow()
                                       {indexedThrough(m_connection)});
 }
 
-bool GramIndex::indexMore(qint64 mostRows)
+bool GramIndex::indexMore(qint64 mostRows, std::chrono::milliseconds longest)
 {
     try {
-        return indexPiece(mostRows);
+        return indexPiece(mostRows, longest);
     } catch (const StoreError& error) {
         qWarning("The index of the library could not be continued: %s", error.what());
         invalidate(); // it may be damaged; next time it is begun anew
@@ -222,7 +221,7 @@ bool GramIndex::indexMore(qint64 mostRows)
     }
 }
 
-bool GramIndex::indexPiece(qint64 mostRows)
+bool GramIndex::indexPiece(qint64 mostRows, std::chrono::milliseconds longest)
 {
     QElapsedTimer elapsed;
     elapsed.start();
@@ -230,7 +229,7 @@ bool GramIndex::indexPiece(qint64 mostRows)
     if (!isValid())
         clear();
     qint64 row = nextRow();
-    for (qint64 count = 0; row > 0 && count < mostRows && elapsed.elapsed() < kLongWork; ++count) {
+    for (qint64 count = 0; row > 0 && count < mostRows && !elapsed.hasExpired(longest.count()); ++count) {
         indexRow(row);
         if (row > indexedThrough(m_connection)) {
             m_connection.execute("UPDATE gram_state SET indexed_through = ?", {row});

@@ -4,6 +4,8 @@
 
 #include <QString>
 
+#include <chrono>
+
 namespace tessary {
 
 /// Which rows of the projection may hold a piece of text in one of the columns that keywords are looked for
@@ -38,10 +40,11 @@ public:
     [[nodiscard]] static qint64 unindexedRows(SQLiteConnection& connection);
     /// Rows that may be named for what they do not hold any more.
     [[nodiscard]] static SQLiteStatement changedRows(SQLiteConnection& connection);
-    /// Indexes more rows in one transaction: so many at most, and fewer when that takes long.
+    /// Indexes more rows in one transaction: so many at most, and fewer when that takes
+    /// longer than it may.
     /// What fails, makes the index invalid. @returns whether there is more to do now. @throws StoreError when
     /// not even that can be noted.
-    bool indexMore(qint64 mostRows);
+    bool indexMore(qint64 mostRows, std::chrono::milliseconds longest = std::chrono::milliseconds::max());
     /// Knows of no row from then on. To be called in the transaction that removes the rows.
     void clear();
     /// For an index that turned out to be damaged: nobody asks it any more, and `indexMore` begins anew.
@@ -52,7 +55,7 @@ public:
 private:
     [[nodiscard]] bool isValid();
     [[nodiscard]] qint64 nextRow();
-    bool indexPiece(qint64 mostRows);
+    bool indexPiece(qint64 mostRows, std::chrono::milliseconds longest);
     void create();
     void indexRow(qint64 row);
 
