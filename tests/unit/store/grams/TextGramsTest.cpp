@@ -16,6 +16,7 @@ std::vector<std::string> gramsOf(QByteArrayView text)
     std::vector<TextGrams::Gram> grams;
     TextGrams::append(text, grams);
     std::vector<std::string> texts;
+    texts.reserve(grams.size());
     for (const TextGrams::Gram gram : grams)
         texts.push_back(TextGrams::GramBytes(gram).toByteArray().toStdString());
     return texts;
