@@ -200,14 +200,13 @@ qint64 GramIndex::unindexedRows(SQLiteConnection& connection)
            connection.integerResult("SELECT count(*) FROM gram_pending");
 }
 
-/// The next row that is to be indexed; 0 for none.
-qint64 GramIndex::nextRow()
+/// The next row that is to be indexed; 0 for none. @param through the last one of the new rows that is.
+qint64 GramIndex::nextRow(qint64 through)
 {
     const qint64 pending = m_connection.integerResult("SELECT min(row) FROM gram_pending");
     if (pending > 0)
         return pending;
-    return m_connection.integerResult("SELECT min(rowid) FROM screenshots WHERE rowid > ?",
-                                      {indexedThrough(m_connection)});
+    return m_connection.integerResult("SELECT min(rowid) FROM screenshots WHERE rowid > ?", {through});
 }
 
 bool GramIndex::indexMore(qint64 mostRows, std::chrono::milliseconds longest)
@@ -228,17 +227,19 @@ bool GramIndex::indexPiece(qint64 mostRows, std::chrono::milliseconds longest)
     SQLiteTransaction transaction(m_connection);
     if (!isValid())
         clear();
-    qint64 row = nextRow();
+    qint64 through = indexedThrough(m_connection);
+    qint64 row = nextRow(through);
     for (qint64 count = 0; row > 0 && count < mostRows && !elapsed.hasExpired(longest.count()); ++count) {
         indexRow(row);
-        if (row > indexedThrough(m_connection)) {
-            m_connection.execute("UPDATE gram_state SET indexed_through = ?", {row});
+        if (row > through) {
+            through = row;
         } else {
             m_connection.execute("INSERT OR IGNORE INTO gram_changes VALUES (?)", {row});
             m_connection.execute("DELETE FROM gram_pending WHERE row = ?", {row});
         }
-        row = nextRow();
+        row = nextRow(through);
     }
+    m_connection.execute("UPDATE gram_state SET indexed_through = ?", {through});
     transaction.commit();
     return row > 0;
 }

@@ -54,7 +54,7 @@ public:
 
 private:
     [[nodiscard]] bool isValid();
-    [[nodiscard]] qint64 nextRow();
+    [[nodiscard]] qint64 nextRow(qint64 through);
     bool indexPiece(qint64 mostRows, std::chrono::milliseconds longest);
     void create();
     void indexRow(qint64 row);
