@@ -1,12 +1,12 @@
 #include "base/Error.h"
 #include "bench/tools/SampleLibrary.h"
+#include "bench/tools/WrittenBytes.h"
 #include "store/Projection.h"
 #include "store/RecordColumns.h"
 #include "store/SQLiteStore.h"
 #include "store/TagsCoding.h"
 
 #include <QElapsedTimer>
-#include <QFile>
 #include <QTemporaryDir>
 
 #include <cstdio>
@@ -22,18 +22,6 @@ namespace {
 constexpr qsizetype kChanges = 1000;
 constexpr qint64 kRowsIndexedAtOnce = 256;
 
-/// Bytes that this process has handed to the system to write.
-double writtenBytes()
-{
-    QFile file(QStringLiteral("/proc/self/io"));
-    if (!file.open(QIODevice::ReadOnly))
-        return 0;
-    for (const QByteArray& line : file.readAll().split('\n'))
-        if (line.startsWith("write_bytes:"))
-            return line.mid(line.indexOf(':') + 1).toDouble();
-    return 0;
-}
-
 struct Cost {
     double milliseconds = 0;
     double kilobytes = 0;
@@ -42,11 +30,11 @@ struct Cost {
 template <typename Work>
 Cost costOf(Work work)
 {
-    const double before = writtenBytes();
+    const double before = writtenBytes().handedOver;
     QElapsedTimer timer;
     timer.start();
     work();
-    return {static_cast<double>(timer.nsecsElapsed()) / 1e6, (writtenBytes() - before) / 1024};
+    return {static_cast<double>(timer.nsecsElapsed()) / 1e6, (writtenBytes().handedOver - before) / 1024};
 }
 
 class GramIndexTable {

@@ -1,9 +1,9 @@
 #include "bench/tools/KeptLibrary.h"
 #include "bench/tools/SampleLibrary.h"
+#include "bench/tools/WrittenBytes.h"
 #include "store/Projection.h"
 #include "store/SQLiteStore.h"
 
-#include <QFile>
 #include <QTemporaryDir>
 
 #include <benchmark/benchmark.h>
@@ -16,27 +16,6 @@ namespace tessary::bench {
 namespace {
 
 constexpr int kInsertions = 2000; // in one run, so few that the library stays of its size
-
-struct WrittenBytes {
-    double handedOver = 0; ///< To the system, by this process.
-    double toDisks = 0;    ///< Whole pages, or larger blocks, of the system's that it made differ from disks.
-};
-
-WrittenBytes writtenBytes()
-{
-    WrittenBytes written;
-    QFile file(QStringLiteral("/proc/self/io"));
-    if (!file.open(QIODevice::ReadOnly))
-        return written;
-    for (const QByteArray& line : file.readAll().split('\n')) {
-        const double number = line.mid(line.indexOf(':') + 1).toDouble();
-        if (line.startsWith("wchar:"))
-            written.handedOver = number;
-        else if (line.startsWith("write_bytes:"))
-            written.toDisks = number;
-    }
-    return written;
-}
 
 void countWritten(benchmark::State& state, const WrittenBytes& before)
 {
