@@ -1,11 +1,14 @@
 #pragma once
 
+#include "store/sqlite/LikePattern.h"
+
 #include <QByteArrayView>
 #include <QList>
 #include <QString>
 
 #include <functional>
 #include <memory>
+#include <vector>
 
 struct sqlite3;
 struct fts5_tokenizer;
@@ -38,7 +41,10 @@ public:
     [[nodiscard]] bool isIn(QByteArrayView text, const FullTextTokenizer& tokenizer) const;
 
 private:
-    QList<QByteArray> m_words; ///< Without any, it is nowhere.
+    [[nodiscard]] bool mayBeIn(QByteArrayView text) const;
+
+    QList<QByteArray> m_words;            ///< Without any, it is nowhere.
+    std::vector<LikePattern> m_wordTexts; ///< What a plain text has that has these words.
 };
 
 } // namespace tessary

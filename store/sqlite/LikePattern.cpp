@@ -52,6 +52,21 @@ bool startsWithNeedle(const char* text, const QByteArray& needle)
     });
 }
 
+/// What stands between wild cards, where it is longest.
+QByteArray longestLiteral(QByteArrayView pattern)
+{
+    QByteArrayView longest;
+    const char* begin = pattern.begin();
+    while (begin != pattern.end()) {
+        const char* const end =
+            std::find_if(begin, pattern.end(), [](char byte) { return byte == '%' || byte == '_'; });
+        if (end - begin > longest.size())
+            longest = QByteArrayView(begin, end);
+        begin = end == pattern.end() ? end : end + 1;
+    }
+    return longest.toByteArray();
+}
+
 /// The places of one byte value in a text, in order.
 class Places {
 public:
@@ -76,10 +91,9 @@ private:
 
 LikePattern::LikePattern(QByteArrayView pattern) : m_pattern(foldedBytes(pattern))
 {
-    if (m_pattern.size() < 2 || !m_pattern.startsWith('%') || !m_pattern.endsWith('%'))
-        return;
-    m_needle = m_pattern.sliced(1, m_pattern.size() - 2);
-    m_isNeedle = !m_needle.contains('%') && !m_needle.contains('_');
+    m_needle = longestLiteral(m_pattern);
+    m_isNeedle =
+        m_pattern.size() == m_needle.size() + 2 && m_pattern.startsWith('%') && m_pattern.endsWith('%');
     const auto isRarer = [](char one, char other) {
         return commonness(static_cast<unsigned char>(one)) < commonness(static_cast<unsigned char>(other));
     };
@@ -88,8 +102,11 @@ LikePattern::LikePattern(QByteArrayView pattern) : m_pattern(foldedBytes(pattern
 
 bool LikePattern::matches(QByteArrayView text) const
 {
-    if (!m_isNeedle)
-        return matchesGeneral(text);
+    return hasNeedle(text) && (m_isNeedle || matchesGeneral(text));
+}
+
+bool LikePattern::hasNeedle(QByteArrayView text) const
+{
     if (m_needle.isEmpty())
         return true;
     if (text.size() < m_needle.size())

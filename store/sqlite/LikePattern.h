@@ -15,14 +15,15 @@ public:
     [[nodiscard]] bool matches(QByteArrayView text) const;
 
 private:
+    [[nodiscard]] bool hasNeedle(QByteArrayView text) const;
     [[nodiscard]] bool contains(QByteArrayView text) const;
     [[nodiscard]] bool containsLong(QByteArrayView text) const;
     [[nodiscard]] bool matchesGeneral(QByteArrayView text) const;
 
-    QByteArray m_pattern; ///< ASCII letters in lower case.
-    QByteArray m_needle;  ///< What stands between the two `%`, when `m_isNeedle`.
-    bool m_isNeedle = false;
-    qsizetype m_rarest = 0; ///< Index in the needle of the byte that texts hold most seldom.
+    QByteArray m_pattern;    ///< ASCII letters in lower case.
+    QByteArray m_needle;     ///< The longest piece without `%` and `_`.
+    bool m_isNeedle = false; ///< Whether the pattern is the needle between two `%`.
+    qsizetype m_rarest = 0;  ///< Index in the needle of the byte that texts hold most seldom.
 };
 
 } // namespace tessary
