@@ -5,10 +5,20 @@
 #include "store/grams/GramIndex.h"
 #include "store/search/RowCandidates.h"
 
+#include <cmath>
 #include <limits>
 
 namespace tessary {
 namespace {
+
+/// How many rows are tested until so many match, if they go on as they did. Few matches say little yet, so
+/// they count for as many as there might have been.
+qint64 foreseenTests(qint64 tested, qint64 matches, qint64 wanted)
+{
+    const double many = static_cast<double>(matches);
+    const double likely = many + 2 * std::sqrt(many) + 1;
+    return static_cast<qint64>(static_cast<double>(tested * wanted) / likely);
+}
 
 /// One search from its beginning to its end.
 class Search {
@@ -30,8 +40,8 @@ public:
 
     enum class Outcome { IsDone, IsEndless };
 
-    /// Tests the rows of the list in order, as long as enough of them match.
-    Outcome walkAndTest(const SearchLimits& limits);
+    /// Tests the rows of the list in order, unless it looks as if more of them than so many had to be tested.
+    Outcome walkAndTest(qint64 most, int betweenLooks);
     /// Goes on through the list after that, but tests candidates only, and so many of them.
     Outcome walkOn(const RowCandidates& candidates, qint64 most);
     /// Begins anew, with candidates that are put in order.
@@ -61,16 +71,15 @@ void Search::test(qint64 row)
         m_matches.append(row);
 }
 
-Search::Outcome Search::walkAndTest(const SearchLimits& limits)
+Search::Outcome Search::walkAndTest(qint64 most, int betweenLooks)
 {
     qint64 tested = 0;
     while (!isFull() && m_list.nextRow()) {
         test(m_list.integer(0));
         ++tested;
-        if (isFull() || tested % limits.rowsBetweenLooks != 0)
+        if (isFull() || tested % betweenLooks != 0)
             continue;
-        const qint64 allTested = tested * m_wanted / std::max<qint64>(m_matches.size(), 1); // as it looks now
-        if (allTested > limits.mostTested)
+        if (tested > most || foreseenTests(tested, m_matches.size(), m_wanted) > most)
             return Outcome::IsEndless;
     }
     return Outcome::IsDone;
@@ -186,8 +195,11 @@ std::optional<QList<qint64>> PageSearch::rows(const ListRequest& request, const 
                   qsizetype{request.offset} + request.limit, stop);
     m_way = Way::Tested;
     const bool isIndexed = GramIndex::unindexedRows(m_reader) <= m_limits.mostUnindexed;
-    const bool isDeep = request.offset >= m_limits.mostTested; // what comes before would all be tested
-    if ((isDeep && isIndexed) || search.walkAndTest(m_limits) == Search::Outcome::IsEndless) {
+    const qint64 worthTesting = isIndexed ? bounds.last / m_limits.rowsPerTested : bounds.last;
+    const qint64 most = std::min<qint64>(m_limits.mostTested, worthTesting);
+    const bool isDeep = request.offset >= most; // what comes before would all be tested
+    if ((isDeep && isIndexed) ||
+        search.walkAndTest(most, m_limits.rowsBetweenLooks) == Search::Outcome::IsEndless) {
         if (!isIndexed)
             return std::nullopt;
         RowCandidates candidates(m_reader, bounds, m_limits, test, stop);

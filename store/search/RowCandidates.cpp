@@ -40,8 +40,8 @@ void RowCandidates::add(const SearchQuery& query, ScreenshotScope scope)
             hasColumnIndexes && addColumn("source_app_name", "list_apps", *query.appName) && m_isExact;
     if (query.tagName)
         m_isExact = hasColumnIndexes && addColumn("tags_json", "list_tags", *query.tagName) && m_isExact;
-    collect(GramIndex::changedRows(m_reader), m_changed, kAll);
-    collect(GramIndex::pendingRows(m_reader), m_unindexed, kAll);
+    m_changed = collectAll(GramIndex::changedRows(m_reader));
+    m_unindexed = collectAll(GramIndex::pendingRows(m_reader));
     for (qint64 row = m_bounds.indexedThrough + 1; row <= m_bounds.last; ++row)
         m_unindexed.insert(row);
     std::stable_sort(m_texts.begin(), m_texts.end(),
@@ -55,11 +55,34 @@ void RowCandidates::addKeyword(const QString& keyword, qsizetype place)
     if (grams.match.isEmpty())
         return;
     const bool isBeginning = grams.match.endsWith('*');
-    m_texts.append(
-        {[this, match = grams.match, fullText = fullTextQuery(keyword), place](RowSet& rows, qsizetype most) {
-             return listKeyword(match, fullText, place, rows, most);
-         },
-         isBeginning ? 0 : grams.match.size()});
+    const auto rows =
+        std::make_shared<KeywordRows>(KeywordRows{grams.match, fullTextQuery(keyword), place, {}, {}});
+    m_texts.append({[this, rows](qsizetype most) { return listKeyword(*rows, most); },
+                    isBeginning ? 0 : grams.match.size()});
+}
+
+std::optional<RowSet> RowCandidates::listKeyword(KeywordRows& keyword, qsizetype most)
+{
+    auto& [grams, fullText, place, byGrams, byWords] = keyword;
+    if (!byGrams) {
+        byGrams.emplace(m_reader.query("SELECT rowid FROM screenshots_grams WHERE screenshots_grams MATCH ?"),
+                        m_bounds.last);
+        byGrams->statement.bindText(1, grams);
+    }
+    if (!byWords) {
+        if (!collect(byGrams->statement, byGrams->rows, most))
+            return std::nullopt;
+        byWords.emplace(
+            m_reader.query("SELECT rowid FROM main.screenshots_fts_v5 WHERE screenshots_fts_v5 MATCH ?",
+                           {fullText}),
+            m_bounds.last);
+    }
+    if (!collect(byWords->statement, byWords->rows, most))
+        return std::nullopt;
+    byGrams->rows.unite(byWords->rows);
+    byGrams->rows.unite(m_unindexed);
+    m_test.setFullTextRows(place, std::move(byWords->rows));
+    return std::move(byGrams->rows);
 }
 
 /// @returns whether the indexes can tell.
@@ -68,10 +91,12 @@ bool RowCandidates::addColumn(const QByteArray& column, const QByteArray& index,
     const LikePattern pattern(likePattern(text).toUtf8());
     if (pattern.matches("") || pattern.matches("[]"))
         return false; // the values that the indexes are not asked for
-    m_texts.append({[this, column, index, pattern](RowSet& rows, qsizetype most) {
-                        return listColumn(column, index, pattern, rows, most);
-                    },
-                    kTellingColumn});
+    const auto list = [this, column, index, pattern](qsizetype most) -> std::optional<RowSet> {
+        RowSet rows(m_bounds.last);
+        const bool areAll = listColumn(column, index, pattern, rows, most);
+        return areAll ? std::optional(std::move(rows)) : std::nullopt;
+    };
+    m_texts.append({list, kTellingColumn});
     return true;
 }
 
@@ -84,9 +109,8 @@ bool RowCandidates::narrow()
     bool hasAsked = false;
     while (!m_texts.isEmpty() && (areMany || !hasAsked)) {
         const Text text = m_texts.takeFirst();
-        RowSet rows(m_bounds.last);
-        if (text.listing(rows, most)) {
-            intersect(std::move(rows));
+        if (std::optional<RowSet> rows = text.listing(most)) {
+            intersect(std::move(*rows));
             hasAsked = true;
         } else if (areMany) {
             later.append(text);
@@ -107,25 +131,6 @@ void RowCandidates::intersect(RowSet rows)
     m_rows = std::move(rows);
 }
 
-bool RowCandidates::listKeyword(const QByteArray& grams, const QString& fullText, qsizetype place,
-                                RowSet& rows, qsizetype most)
-{
-    SQLiteStatement byGrams =
-        m_reader.query("SELECT rowid FROM screenshots_grams WHERE screenshots_grams MATCH ?");
-    byGrams.bindText(1, grams);
-    if (!collect(std::move(byGrams), rows, most))
-        return false;
-    RowSet byWords(m_bounds.last);
-    if (!collect(m_reader.query("SELECT rowid FROM main.screenshots_fts_v5 WHERE screenshots_fts_v5 MATCH ?",
-                                {fullText}),
-                 byWords, most))
-        return false;
-    rows.unite(byWords);
-    rows.unite(m_unindexed);
-    m_test.setFullTextRows(place, std::move(byWords));
-    return true;
-}
-
 /// The column's different values are few, and are looked at one after the other.
 bool RowCandidates::listColumn(const QByteArray& column, const QByteArray& index, const LikePattern& pattern,
                                RowSet& rows, qsizetype most)
@@ -143,23 +148,30 @@ bool RowCandidates::listColumn(const QByteArray& column, const QByteArray& index
         value = next.bytes(0).toByteArray();
         SQLiteStatement withValue = m_reader.query("SELECT rowid" + source + " AND " + column + " = ?");
         withValue.bindText(1, value);
-        if (pattern.matches(value) && !collect(std::move(withValue), rows, most))
+        if (pattern.matches(value) && !collect(withValue, rows, most))
             return false;
     }
     return false;
 }
 
-bool RowCandidates::collect(SQLiteStatement found, RowSet& rows, qsizetype most)
+bool RowCandidates::collect(SQLiteStatement& found, RowSet& rows, qsizetype most)
 {
     constexpr qsizetype kBetweenLooks = 1000;
-    for (qsizetype count = 0; found.nextRow(); ++count) {
-        if (count >= most)
-            return false;
+    for (qsizetype count = 0; count < most; ++count) {
+        if (!found.nextRow())
+            return true;
         if (count % kBetweenLooks == 0 && m_stop.stop_requested())
             throw StoreError(StoreError::Case::Prepare, QStringLiteral("interrupted"));
         rows.insert(found.integer(0));
     }
-    return true;
+    return false;
+}
+
+RowSet RowCandidates::collectAll(SQLiteStatement found)
+{
+    RowSet rows(m_bounds.last);
+    collect(found, rows, kAll);
+    return rows;
 }
 
 } // namespace tessary

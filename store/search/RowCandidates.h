@@ -42,21 +42,37 @@ public:
     }
 
 private:
-    /// Puts the rows that have a text into the set. @returns false for more than so many, of which only some
-    /// are there then.
-    using Listing = std::function<bool(RowSet&, qsizetype most)>;
+    /// Adds so many more rows that have a text at most. @returns all of them, once there are no more.
+    using Listing = std::function<std::optional<RowSet>(qsizetype most)>;
     struct Text {
         Listing listing;
         qsizetype telling = 0; ///< Higher for what few rows have, as a rule.
     };
+    /// Rows that a statement names, as far as it was asked.
+    struct Collection {
+        Collection(SQLiteStatement naming, qint64 last) : statement(std::move(naming)), rows(last) {}
+
+        SQLiteStatement statement;
+        RowSet rows;
+    };
+    /// What is known by now of the rows that have a keyword.
+    struct KeywordRows {
+        QByteArray grams;
+        QString fullText;
+        qsizetype place;
+        std::optional<Collection> byGrams;
+        std::optional<Collection> byWords; ///< Begun when those by grams are all there.
+    };
 
     void addKeyword(const QString& keyword, qsizetype place);
     bool addColumn(const QByteArray& column, const QByteArray& index, const QString& text);
-    bool listKeyword(const QByteArray& grams, const QString& fullText, qsizetype place, RowSet& rows,
-                     qsizetype most);
+    std::optional<RowSet> listKeyword(KeywordRows& keyword, qsizetype most);
+    /// @returns whether that were all.
     bool listColumn(const QByteArray& column, const QByteArray& index, const LikePattern& pattern,
                     RowSet& rows, qsizetype most);
-    bool collect(SQLiteStatement found, RowSet& rows, qsizetype most);
+    /// @returns whether there are no more than so many more.
+    bool collect(SQLiteStatement& found, RowSet& rows, qsizetype most);
+    RowSet collectAll(SQLiteStatement found);
     void intersect(RowSet rows);
 
     SQLiteConnection& m_reader;

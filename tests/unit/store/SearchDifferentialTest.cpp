@@ -38,6 +38,7 @@ SearchLimits someLimits(Dice& dice)
         return limits;
     limits.rowsBetweenLooks = dice.anyOf(std::array{1, 3, 5, 20, 50});
     limits.mostTested = dice.anyOf(std::array{0, 0, 10, 20, 100});
+    limits.rowsPerTested = dice.anyOf(std::array{1, 1, 10});
     limits.mostSorted = dice.anyOf(std::array<qsizetype, 5>{0, 4, 20, 100, 1000});
     limits.mostListed = dice.anyOf(std::array<qsizetype, 5>{0, 5, 30, 200, 60'000});
     limits.mostUnindexed = dice.anyOf(std::array<qint64, 4>{0, 50, 1000, 1000});
@@ -47,9 +48,10 @@ SearchLimits someLimits(Dice& dice)
 
 std::string described(const SearchLimits& limits)
 {
-    return QStringLiteral("{%1, %2, %3, %4, %5, %6}")
+    return QStringLiteral("{%1, %2, %3, %4, %5, %6, %7}")
         .arg(limits.rowsBetweenLooks)
         .arg(limits.mostTested)
+        .arg(limits.rowsPerTested)
         .arg(limits.mostSorted)
         .arg(limits.mostListed)
         .arg(limits.mostUnindexed)

@@ -28,6 +28,7 @@ protected:
         SearchLimits limits;
         limits.rowsBetweenLooks = 4;
         limits.mostTested = 8;
+        limits.rowsPerTested = 1;
         limits.mostSorted = 5;
         return limits;
     }
