@@ -1,17 +1,9 @@
-#include "ui/quicksearch/QuickSearchPanelController.h"
+#include "tests/component/ui/QuickSearchPanelFixture.h"
 
-#include "app/AppRuntime.h"
-#include "platform/testing/FakeWindowEffects.h"
-#include "tests/support/Await.h"
-#include "tests/support/FakePlatform.h"
-#include "tests/support/FakeWindows.h"
-#include "tests/support/RecordSamples.h"
 #include "ui/kit/Banner.h"
 #include "ui/kit/Chip.h"
-#include "ui/kit/Theme.h"
 #include "ui/quicksearch/FactsPanel.h"
 #include "ui/quicksearch/FilterMenu.h"
-#include "ui/quicksearch/KeyableSearchPanel.h"
 #include "ui/quicksearch/NarrowingChips.h"
 #include "ui/quicksearch/QuickSearchResultRow.h"
 #include "ui/quicksearch/ResultList.h"
@@ -20,9 +12,7 @@
 
 #include <QAbstractButton>
 #include <QApplication>
-#include <QInputMethodEvent>
 #include <QLabel>
-#include <QWindow>
 
 namespace tessary {
 namespace {
@@ -31,99 +21,7 @@ using namespace std::chrono_literals;
 using testing::await;
 using testing::eventually;
 
-/// Hands what the runtime asks for to the panel, and takes notes of the rest.
-class PanelWindows : public testing::FakeWindows {
-public:
-    [[nodiscard]] bool isQuickSearchVisible() const override { return panel && panel->isVisible(); }
-    void showQuickSearch() override { panel->show(); }
-    void hideQuickSearch() override { panel->hide(); }
-    void showSettings() override { ++settings; }
-    void showPreview(const ScreenshotRecord& record) override { previewed.append(record.textContent); }
-
-    QuickSearchPanelController* panel = nullptr;
-    int settings = 0;
-    QStringList previewed;
-};
-
-class QuickSearchPanelTest : public ::testing::Test, protected testing::FakePlatform {
-protected:
-    void SetUp() override
-    {
-        await(runtime.start());
-        controller.emplace(runtime, theme, effects);
-        windows.panel = &*controller;
-    }
-    ~QuickSearchPanelTest() override
-    {
-        controller.reset();
-        await(runtime.shutDown());
-        clock.advance(1s); // refreshes that waited for the end of typing end
-    }
-
-    void add(const ScreenshotRecord& record)
-    {
-        ASSERT_TRUE(await(runtime.store()->insert(record)));
-        Q_EMIT runtime.libraryChanged();
-    }
-    void addTexts(const QStringList& texts)
-    {
-        double time = 1'700'000'000;
-        for (const QString& text : texts)
-            add(testing::textRecord(text, time += 60));
-        ASSERT_TRUE(eventually([&] { return results().size() == texts.size(); }));
-    }
-    void show()
-    {
-        runtime.toggleQuickSearch();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(controller->panel().windowHandle()));
-        clock.advance(180ms);
-        ASSERT_TRUE(eventually([&] { return !controller->model().isSearching(); }));
-    }
-    void press(Qt::Key key, Qt::KeyboardModifiers modifiers = {})
-    {
-        QTest::keyClick(controller->panel().windowHandle(), key, modifiers);
-    }
-    void type(const QString& text)
-    {
-        for (const QChar letter : text)
-            QTest::keyClick(controller->panel().windowHandle(), letter.toLatin1());
-    }
-    [[nodiscard]] QStringList results()
-    {
-        QStringList texts;
-        for (const ScreenshotRecord& record : controller->model().results())
-            texts.append(record.textContent);
-        return texts;
-    }
-    [[nodiscard]] QString selected()
-    {
-        const auto record = controller->model().selectedRecord();
-        return record ? record->textContent : QString();
-    }
-    template <typename Widget>
-    [[nodiscard]] Widget& part()
-    {
-        auto* found = controller->panel().findChild<Widget*>();
-        EXPECT_NE(found, nullptr);
-        return *found;
-    }
-    [[nodiscard]] ScreenshotRecord stored(const QString& text)
-    {
-        for (const ScreenshotRecord& record : controller->model().results()) {
-            if (record.textContent == text)
-                return record;
-        }
-        ADD_FAILURE() << "not listed: " << text.toStdString();
-        return {};
-    }
-
-    PanelWindows windows;
-    testing::FakeWindowEffects effects;
-    Theme theme;
-    AppRuntime runtime{platform, windows};
-    std::optional<QuickSearchPanelController> controller;
-    QWidget other; // a window that takes the focus away
-};
+class QuickSearchPanelTest : public testing::QuickSearchPanelFixture {};
 
 // --- the window --------------------------------------------------------------
 
@@ -213,175 +111,6 @@ TEST_F(QuickSearchPanelTest, WhatWasTypedMeanwhileIsDeliveredOnceItHasTheKeyboar
     EXPECT_EQ(hotKeys.keyboardReceiver(), controller->panel().winId());
     press(Qt::Key_Escape);
     EXPECT_EQ(hotKeys.keyboardReleases(), 2);
-}
-
-// --- keys --------------------------------------------------------------------
-
-TEST_F(QuickSearchPanelTest, ArrowsMoveTheSelectionAndStopAtTheEnds)
-{
-    addTexts({QStringLiteral("old"), QStringLiteral("new")});
-    show();
-    EXPECT_EQ(selected(), QStringLiteral("new"));
-    press(Qt::Key_Up);
-    EXPECT_EQ(selected(), QStringLiteral("new"));
-    press(Qt::Key_Down);
-    press(Qt::Key_Down);
-    EXPECT_EQ(selected(), QStringLiteral("old"));
-    EXPECT_EQ(part<ResultList>().currentIndex().row(), 1);
-}
-
-TEST_F(QuickSearchPanelTest, SpacePreviewsAfterAnArrowAndTypesAfterALetter)
-{
-    addTexts({QStringLiteral("a b"), QStringLiteral("c")});
-    show();
-    press(Qt::Key_Space);
-    EXPECT_TRUE(windows.previewed.isEmpty());
-    part<SearchField>().clear();
-    press(Qt::Key_Down);
-    EXPECT_TRUE(controller->isNavigatingResults());
-    press(Qt::Key_Space);
-    EXPECT_EQ(windows.previewed, QStringList{QStringLiteral("a b")});
-    EXPECT_EQ(part<SearchField>().text(), QString());
-    type(QStringLiteral("a"));
-    EXPECT_FALSE(controller->isNavigatingResults());
-    press(Qt::Key_Space);
-    type(QStringLiteral("b"));
-    EXPECT_EQ(part<SearchField>().text(), QStringLiteral("a b"));
-    EXPECT_EQ(windows.previewed.size(), 1);
-}
-
-TEST_F(QuickSearchPanelTest, AnInputMethodsTextEndsTheNavigationToo)
-{
-    addTexts({QStringLiteral("x"), QStringLiteral("y")});
-    show();
-    press(Qt::Key_Down);
-    QInputMethodEvent commit;
-    commit.setCommitString(QStringLiteral("周"));
-    QApplication::sendEvent(&part<SearchField>(), &commit);
-    EXPECT_FALSE(controller->isNavigatingResults());
-}
-
-TEST_F(QuickSearchPanelTest, AnInputMethodThatComposesKeepsItsKeys)
-{
-    addTexts({QStringLiteral("x"), QStringLiteral("y")});
-    show();
-    QInputMethodEvent composing(QStringLiteral("zhou"), {});
-    QApplication::sendEvent(&part<SearchField>(), &composing);
-    press(Qt::Key_Down);
-    press(Qt::Key_Escape);
-    EXPECT_EQ(controller->model().selectedIndex(), 0);
-    EXPECT_TRUE(controller->isVisible());
-    QInputMethodEvent ended;
-    QApplication::sendEvent(&part<SearchField>(), &ended);
-    press(Qt::Key_Down);
-    EXPECT_EQ(controller->model().selectedIndex(), 1);
-}
-
-TEST_F(QuickSearchPanelTest, ReturnPastesIntoTheProgramThatWasInFront)
-{
-    addTexts({QStringLiteral("text")});
-    permissions.setState({true, true, true});
-    runtime.refreshPermissions();
-    ASSERT_TRUE(eventually([&] { return runtime.accessibilityPermissionGranted(); }));
-    workspace.activate({QStringLiteral("editor"), QStringLiteral("editor"), std::nullopt, 1, 7});
-    ASSERT_TRUE(eventually([&] { return workspace.frontmostApplication().has_value(); }));
-    show();
-    press(Qt::Key_Return);
-    EXPECT_TRUE(eventually([&] { return !controller->isVisible(); }));
-    EXPECT_TRUE(eventually([&] {
-        clock.advance(50ms);
-        return !keystrokes.sent().isEmpty();
-    }));
-}
-
-TEST_F(QuickSearchPanelTest, WithoutPermissionReturnCopiesAndSaysHowToPaste)
-{
-    addTexts({QStringLiteral("text")});
-    show();
-    press(Qt::Key_Enter, Qt::KeypadModifier);
-    EXPECT_TRUE(eventually([&] { return runtime.lastError().has_value(); }));
-    EXPECT_EQ(part<Banner>().message(),
-              QStringLiteral("内容已复制。授予辅助功能权限后可自动粘贴；现在请切换到目标 App 并按 ⌘ V。"));
-    EXPECT_TRUE(keystrokes.sent().isEmpty());
-}
-
-TEST_F(QuickSearchPanelTest, ReturnRightAfterTypingUsesWhatWasTyped)
-{
-    addTexts({QStringLiteral("apple"), QStringLiteral("banana")});
-    show();
-    const qint64 before = pasteboard.changeCount();
-    type(QStringLiteral("app"));
-    press(Qt::Key_C, Qt::ControlModifier); // the pause after typing has not passed
-    press(Qt::Key_C, Qt::ControlModifier);
-    ASSERT_TRUE(eventually([&] { return pasteboard.changeCount() > before; }));
-    const auto copied = await(pasteboard.data(pasteboard.changeCount(), PasteboardType::Text));
-    EXPECT_EQ(copied, QByteArray("apple"));
-}
-
-TEST_F(QuickSearchPanelTest, TypingSelectsTheFirstResult)
-{
-    addTexts({QStringLiteral("ab 1"), QStringLiteral("ab 2"), QStringLiteral("c")});
-    show();
-    press(Qt::Key_Down);
-    press(Qt::Key_Down);
-    type(QStringLiteral("ab"));
-    clock.advance(180ms);
-    ASSERT_TRUE(eventually([&] { return results().size() == 2; }));
-    EXPECT_EQ(selected(), QStringLiteral("ab 2"));
-}
-
-TEST_F(QuickSearchPanelTest, ControlCCopiesWithoutPasting)
-{
-    addTexts({QStringLiteral("text")});
-    show();
-    const qint64 before = pasteboard.changeCount();
-    press(Qt::Key_C, Qt::ControlModifier);
-    EXPECT_TRUE(eventually([&] { return pasteboard.changeCount() > before; }));
-    EXPECT_TRUE(keystrokes.sent().isEmpty());
-    EXPECT_EQ(runtime.lastError(), std::nullopt);
-}
-
-TEST_F(QuickSearchPanelTest, FavouritePinPreviewRevealAndTrashHaveTheirKeys)
-{
-    addTexts({QStringLiteral("text")});
-    show();
-    press(Qt::Key_D, Qt::ControlModifier);
-    EXPECT_TRUE(eventually([&] { return stored(QStringLiteral("text")).isFavorite; }));
-    press(Qt::Key_P, Qt::ControlModifier);
-    EXPECT_TRUE(eventually([&] { return stored(QStringLiteral("text")).isPinned; }));
-    press(Qt::Key_Y, Qt::ControlModifier);
-    EXPECT_EQ(windows.previewed, QStringList{QStringLiteral("text")});
-    press(Qt::Key_O, Qt::ControlModifier);
-    EXPECT_TRUE(controller->isVisible());
-    press(Qt::Key_Backspace, Qt::ControlModifier);
-    EXPECT_TRUE(eventually([&] { return results().isEmpty(); }));
-}
-
-TEST_F(QuickSearchPanelTest, WithoutASelectionTheKeysAreConsumedAndDoNothing)
-{
-    show();
-    press(Qt::Key_Y, Qt::ControlModifier);
-    press(Qt::Key_O, Qt::ControlModifier);
-    press(Qt::Key_D, Qt::ControlModifier);
-    press(Qt::Key_Return);
-    EXPECT_TRUE(windows.previewed.isEmpty());
-    EXPECT_TRUE(controller->isVisible());
-    EXPECT_EQ(part<SearchField>().text(), QString());
-}
-
-TEST_F(QuickSearchPanelTest, LettersOfTheMapTypeWithoutControl)
-{
-    show();
-    type(QStringLiteral("copyd"));
-    EXPECT_EQ(part<SearchField>().text(), QStringLiteral("copyd"));
-}
-
-TEST_F(QuickSearchPanelTest, WhatIsTypedGoesIntoTheFieldWhateverHasTheFocus)
-{
-    show();
-    part<ResultList>().setFocus(Qt::TabFocusReason);
-    type(QStringLiteral("abc"));
-    EXPECT_EQ(part<SearchField>().text(), QStringLiteral("abc"));
 }
 
 // --- what it shows -----------------------------------------------------------
