@@ -2,6 +2,8 @@
 
 #include <QJsonDocument>
 
+#include <csignal>
+
 namespace tessary::testing {
 
 void RegionSession::movePointer(const QPoint& place)
@@ -42,29 +44,44 @@ void RegionSession::drag(const QPoint& from, const QPoint& to)
 QRect RegionSession::openPage(const char* line, const QPoint& place)
 {
     const QString geometry = QStringLiteral("30x2+%1+%2").arg(place.x()).arg(place.y());
-    program(QStringLiteral("xterm"),
-            {QStringLiteral("-title"), QLatin1String(kPage), QStringLiteral("-fa"),
-             QStringLiteral("DejaVu Sans Mono"), QStringLiteral("-fs"), QStringLiteral("15"),
-             QStringLiteral("-geometry"), geometry, QStringLiteral("+sb"), QStringLiteral("-e"),
-             QStringLiteral("sh"), QStringLiteral("-c"),
-             QStringLiteral("printf '\\033[?25l%1'; cat").arg(QLatin1String(line))});
-    QRect area;
-    const auto isDrawn = [&] {
-        const auto page = screen.visible(kPage);
-        if (!page)
-            return false;
-        area = page->geometry;
-        if (area.width() < 200) // a terminal is a single letter wide until its font has been loaded
-            return false;
-        const QImage picture = screen.picture(area).convertToFormat(QImage::Format_Grayscale8);
-        const QRgb paper = picture.pixel(area.width() / 2, area.height() - 4);
-        for (int x = 0; x < picture.width(); ++x)
-            if (qAbs(qGray(picture.pixel(x, area.height() / 4)) - qGray(paper)) > 100)
-                return true;
-        return false;
-    };
-    EXPECT_TRUE(eventually(isDrawn)) << "no page with text came";
-    return area;
+    const QStringList arguments{QStringLiteral("-title"),
+                                QLatin1String(kPage),
+                                QStringLiteral("-fa"),
+                                QStringLiteral("DejaVu Sans Mono"),
+                                QStringLiteral("-fs"),
+                                QStringLiteral("15"),
+                                QStringLiteral("-geometry"),
+                                geometry,
+                                QStringLiteral("+sb"),
+                                QStringLiteral("-e"),
+                                QStringLiteral("sh"),
+                                QStringLiteral("-c"),
+                                QStringLiteral("printf '\\033[?25l%1'; cat").arg(QLatin1String(line))};
+    // Now and then a terminal stays as narrow as it was when the window manager first saw it.
+    constexpr int kTerminals = 3;
+    std::optional<QRect> area;
+    for (int i = 0; i < kTerminals && !area; ++i) {
+        ChildProcess& terminal = program(QStringLiteral("xterm"), arguments);
+        if (!eventually([&] { return (area = drawnPage()).has_value(); }, std::chrono::seconds(7)))
+            terminal.kill(SIGTERM);
+    }
+    EXPECT_TRUE(area) << "no page with text came";
+    return area.value_or(QRect());
+}
+
+std::optional<QRect> RegionSession::drawnPage() const
+{
+    constexpr int kNarrow = 200; // a terminal is a single letter wide until its font has been loaded
+    const auto page = screen.visible(kPage);
+    if (!page || page->geometry.width() < kNarrow)
+        return std::nullopt;
+    const QRect area = page->geometry;
+    const QImage picture = screen.picture(area).convertToFormat(QImage::Format_Grayscale8);
+    const QRgb paper = picture.pixel(area.width() / 2, area.height() - 4);
+    for (int x = 0; x < picture.width(); ++x)
+        if (qAbs(qGray(picture.pixel(x, area.height() / 4)) - qGray(paper)) > 100)
+            return area;
+    return std::nullopt;
 }
 
 QString RegionSession::lastError()

@@ -26,6 +26,9 @@ protected:
     static constexpr const char* kPage = "page";
 
 private:
+    /// Where the page is, once there is text on it.
+    [[nodiscard]] std::optional<QRect> drawnPage() const;
+
     qsizetype m_selections = 0; // seen to begin
 };
 
