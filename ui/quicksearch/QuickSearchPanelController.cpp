@@ -25,7 +25,6 @@ using namespace std::chrono_literals;
 
 constexpr auto kRestUntilRelease = 20s;
 constexpr int kSurelyKey = 50;    // milliseconds after showing
-constexpr int kSurelyGone = 30;   // milliseconds after the keyboard is said to be
 constexpr double kFromTop = 0.12; // of the usable height
 constexpr double kStoredWidth = 780;
 
@@ -104,21 +103,14 @@ void QuickSearchPanelController::show()
 
 void QuickSearchPanelController::timerEvent(QTimerEvent* event)
 {
-    if (event->timerId() == m_settling.timerId()) {
-        m_settling.stop();
-        Q_EMIT becameKey(m_panel->winId());
-    } else if (event->timerId() == m_leaving.timerId()) {
-        m_leaving.stop();
-        if (!m_panel->isActiveWindow() && mayHideWithoutKeyboard())
-            hide();
-    } else {
-        QObject::timerEvent(event);
-    }
+    if (event->timerId() != m_settling.timerId())
+        return QObject::timerEvent(event);
+    m_settling.stop();
+    Q_EMIT becameKey(m_panel->winId());
 }
 
 void QuickSearchPanelController::hide()
 {
-    m_leaving.stop();
     removeEventMonitor();
     if (!std::exchange(m_isShown, false))
         return; // losing the focus hides it too
@@ -167,18 +159,12 @@ void QuickSearchPanelController::panelBecameKey()
     Q_EMIT becameKey(m_panel->winId());
 }
 
-/// Qt is late in telling of a window of ours that had the keyboard before and has gone: it then says that
-/// nobody has it, and at once that the panel has it after all.
 void QuickSearchPanelController::panelResignedKey()
 {
-    if (mayHideWithoutKeyboard())
-        m_leaving.start(kSurelyGone, this);
-}
-
-bool QuickSearchPanelController::mayHideWithoutKeyboard() const
-{
-    const bool isMenuOpen = QApplication::activePopupWidget() != nullptr; // one of our own
-    return m_isShown && !isMenuOpen && !m_panel->isMoving() && !m_runtime.settings().quickSearchPinned();
+    if (QApplication::activePopupWidget() != nullptr || m_panel->isMoving() || !m_isShown)
+        return; // one of our own menus is open, or the panel is being dragged
+    if (!m_runtime.settings().quickSearchPinned())
+        hide();
 }
 
 void QuickSearchPanelController::panelResized()

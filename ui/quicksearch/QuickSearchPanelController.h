@@ -60,7 +60,6 @@ private:
     void leaveShadowAlone();
     void panelBecameKey();
     void panelResignedKey();
-    [[nodiscard]] bool mayHideWithoutKeyboard() const;
     void panelResized();
     void releaseMemory();
 
@@ -74,7 +73,6 @@ private:
     bool m_isNavigatingResults = false;
     bool m_isUseDue = false; // once the rows are there
     QBasicTimer m_settling;  // until the panel has the keyboard, when nobody tells
-    QBasicTimer m_leaving;   // until the keyboard is surely gone
     QTimer m_rest;           // after hiding, until memory is given back
 };
 
