@@ -9,7 +9,8 @@ namespace tessary {
 struct SearchLimits {
     int rowsBetweenLooks = 100; ///< Rows that are tested before it is asked whether enough of them match.
     int mostTested = 6000;      ///< Rows that are tested one after the other before the index is asked.
-    int rowsPerTested = 50; ///< Of so many rows one at most is tested: the index takes longer to ask then.
+    /// Of so many rows of the library one at most is tested: the index of a small one is soon asked.
+    int rowsPerTested = 50;
     qsizetype mostSorted = 5000;  ///< Candidates that are put in order themselves instead of being met in it.
     qsizetype mostListed = 60000; ///< Rows that one word is asked for, unless every word has more.
     qint64 mostUnindexed = 2000;  ///< Rows not yet indexed that are taken for candidates.

@@ -77,8 +77,8 @@ bool FullTextPhrase::isIn(QByteArrayView text, const FullTextTokenizer& tokenize
     if (m_words.isEmpty() || text.isEmpty() || !mayBeIn(text))
         return false;
     bool isFound = false;
-    QVarLengthArray<qsizetype>
-        begun; // of the places where the phrase may stand, how many of its words were met
+    // Of the places where the phrase may stand, how many of its words were met.
+    QVarLengthArray<qsizetype> begun;
     QVarLengthArray<qsizetype> goingOn;
     tokenizer.tokenize(text, [&](QByteArrayView word) {
         goingOn.clear();
